@@ -6,4 +6,8 @@ namespace vellumtide {
 // loader's error text.
 const char* initialiseGL();
 
+// Whether the shader and framebuffer entry points are loaded. Where they are not, no GL object is
+// made and nothing can be drawn.
+bool glAvailable();
+
 }  // namespace vellumtide

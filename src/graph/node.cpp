@@ -1,0 +1,170 @@
+#include "graph/node.h"
+
+#include <GL/glu.h>
+
+#include "gl/pixel_transfer.h"
+#include "glsl/shader_text.h"
+#include "graph/node_shaders.h"
+#include "graph/parameter_uniform.h"
+#include "graph/pb_graph.h"
+#include "graph/pixel_format.h"
+
+namespace vellumtide {
+namespace {
+
+GLenum drawFormatOf(std::int32_t channels) {
+  if (channels == 1) return GL_RED;
+  return channels == 2 ? GL_RGB : GL_BGRA;
+}
+
+void drawQuad(std::uint32_t width, std::uint32_t height) {
+  const auto right = static_cast<GLfloat>(width);
+  const auto top = static_cast<GLfloat>(height);
+  glViewport(0, 0, static_cast<GLsizei>(width), static_cast<GLsizei>(height));
+  glMatrixMode(GL_PROJECTION);
+  glLoadIdentity();
+  gluOrtho2D(0.0, right, 0.0, top);
+  glMatrixMode(GL_MODELVIEW);
+  glLoadIdentity();
+  glColor4f(1.0f, 1.0f, 1.0f, 1.0f);
+  glBegin(GL_POLYGON);
+  glVertex2f(0.0f, 0.0f);
+  glVertex2f(0.0f, top);
+  glVertex2f(right, top);
+  glVertex2f(right, 0.0f);
+  glEnd();
+}
+
+}  // namespace
+
+NodeImpl::NodeImpl(NodePrograms& programs, const std::string& label, const std::string& vertexText,
+                   const std::string& fragmentText)
+    : program(programs.get(vertexText, fragmentText)) {
+  program->reportFailures(label);
+}
+
+Node::Node(pbGraph* graph, const pbGraphInfo& info, const KernelsByName& kernels,
+           std::size_t nodeIndex)
+    : NodeBase(graph, info.nodes[nodeIndex].id) {
+  std::string vertexText;
+  std::string fragmentText;
+  generateNodeShaders(info, kernels, nodeIndex, vertexText, fragmentText, graph->channelOrder);
+  impl.reset(newOrThrow<NodeImpl>(graph->programs, name.str(), vertexText, fragmentText));
+  if (const pbKernelInfo* kernel = kernels.find(info.nodes[nodeIndex].name)) {
+    addInputSlots(*kernel);
+  }
+}
+
+Node::Node(pbGraph* graph, const pbKernelInfo& kernel) : NodeBase(graph, kernel.name) {
+  std::string vertexText;
+  std::string fragmentText;
+  generateKernelShaders(kernel, graph->channelOrder, vertexText, fragmentText);
+  impl.reset(newOrThrow<NodeImpl>(graph->programs, name.str(), vertexText, fragmentText));
+  addInputSlots(kernel);
+}
+
+void Node::addInputSlots(const pbKernelInfo& kernel) {
+  inputs.reserve(kernel.inputs.size());
+  for (const pbVariable& input : kernel.inputs)
+    inputs.push_back({nullptr, input.name.view()});
+}
+
+void Node::evaluate(const RenderContext& context) {
+  if (isUpToDate()) return;
+  for (const InputSlot& slot : inputs) {
+    if (slot.source) slot.source->evaluate(context);
+  }
+  impl->image.bindForDrawing();
+  glUseProgram(impl->program->id());
+  setStandardUniforms(context);
+  setParameterUniforms();
+  bindInputs(context);
+  draw(context.output);
+  glUseProgram(0);
+  impl->image.unbind();
+  evaluated = true;
+}
+
+void Node::setStandardUniforms(const RenderContext& context) {
+  const ImageDesc& output = context.output;
+  const NodeProgram& program = *impl->program;
+  glUniform2f(program.outputPixelSize, output.pixelAspect, 1.0f);
+  glUniform2f(program.compSize, static_cast<GLfloat>(output.width),
+              static_cast<GLfloat>(output.height));
+  glUniform2f(program.downsamplingRate, context.downsampleX, context.downsampleY);
+}
+
+void Node::setParameterUniforms() {
+  const std::vector<GLint>& locations = impl->program->parameterLocations(owner->parameters);
+  for (std::size_t i = 0; i < locations.size(); ++i) {
+    if (locations[i] >= 0) setParameterUniform(locations[i], *owner->parameters[i]);
+  }
+}
+
+void Node::bindInputs(const RenderContext& context) {
+  if (inputs.empty()) return;
+  const GLuint program = impl->program->id();
+  std::vector<GLfloat> sizes;
+  sizes.reserve(inputs.size() * 2);
+  GLint unit = 1;
+  for (const InputSlot& slot : inputs) {
+    PixelSize size;
+    if (slot.source) {
+      slot.source->bindAsInput(program, slot.name.c_str(), unit);
+      size = slot.source->pixelSize(context);
+    } else {
+      owner->bindBlankInput(program, slot.name.c_str(), unit);
+    }
+    sizes.insert(sizes.end(), {size.x, size.y});
+    ++unit;
+  }
+  glUniform2fv(impl->program->texturePixelSize, static_cast<GLsizei>(inputs.size()), sizes.data());
+}
+
+void Node::draw(const ImageDesc& output) {
+  const PixelFormat format = pixelFormatOf(output.depth);
+  impl->image.specify(format.internalFormat, output.width, output.height,
+                      drawFormatOf(output.channels), format.type);
+  glClear(GL_COLOR_BUFFER_BIT);
+  glDisable(GL_DEPTH_TEST);
+  glDisable(GL_BLEND);
+  glDisable(GL_LIGHTING);
+  drawQuad(output.width, output.height);
+  glFlush();
+}
+
+void Node::readback(const RenderContext& context) {
+  if (!evaluated) return;
+  const ImageDesc& output = context.output;
+  const GLenum format = transferFormatOf(output.channels);
+  impl->image.bindForDrawing();
+  glReadBuffer(GL_COLOR_ATTACHMENT0_EXT);
+  glUseProgram(impl->program->id());
+  glPixelStorei(GL_PACK_ROW_LENGTH, output.rowLength);
+  if (format != GL_RGBA) glPixelStorei(GL_PACK_ALIGNMENT, 1);
+  {
+    const ScopedChannelScale scale(output.depth == 2 ? 0.5f : 1.0f);
+    glReadPixels(output.x, output.y, static_cast<GLsizei>(output.width),
+                 static_cast<GLsizei>(output.height), format, pixelFormatOf(output.depth).type,
+                 output.pixels);
+  }
+  glUseProgram(0);
+  impl->image.unbind();
+}
+
+void Node::reset() {
+  impl->image.shrink();
+  evaluated = false;
+}
+
+void Node::bindAsInput(GLuint program, const char* uniformName, GLint unit) {
+  if (proxy) return proxy->bindAsInput(program, uniformName, unit);
+  impl->image.bindToSampler(program, uniformName, unit);
+}
+
+PixelSize Node::pixelSize(const RenderContext& context) const {
+  if (proxy) return proxy->pixelSize(context);
+  return {context.output.pixelAspect, 1.0f};
+}
+
+}  // namespace vellumtide

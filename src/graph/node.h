@@ -1,0 +1,53 @@
+#pragma once
+
+#include <memory>
+#include <string>
+
+#include "graph/graph_info.h"
+#include "graph/node_base.h"
+#include "graph/node_image.h"
+#include "graph/node_program.h"
+
+namespace vellumtide {
+
+// The GL side of a kernel node: the image it draws into and the program it draws with.
+class NodeImpl : public aeBase {
+ public:
+  // Builds (or shares) the program and reports its failures under the label.
+  NodeImpl(NodePrograms& programs, const std::string& label, const std::string& vertexText,
+           const std::string& fragmentText);
+
+  NodeImage image;
+  std::shared_ptr<NodeProgram> program;
+};
+
+// Runs one kernel: draws a quad of the render size into the node's own texture.
+class Node : public NodeBase {
+ public:
+  // Node `nodeIndex` of a graph file, named by its id. A node whose kernel does not exist gets no
+  // input slots and a program of empty texts.
+  Node(pbGraph* graph, const pbGraphInfo& info, const KernelsByName& kernels,
+       std::size_t nodeIndex);
+  // A stand-alone kernel.
+  Node(pbGraph* graph, const pbKernelInfo& kernel);
+
+  NodeKind kind() const override { return NodeKind::Kernel; }
+  // Does nothing unless the node has been evaluated.
+  void readback(const RenderContext& context) override;
+  void evaluate(const RenderContext& context) override;
+  void reset() override;
+  void bindAsInput(GLuint program, const char* uniformName, GLint unit) override;
+  PixelSize pixelSize(const RenderContext& context) const override;
+  GLuint textureName() const override { return impl->image.textureName(); }
+
+ private:
+  void addInputSlots(const pbKernelInfo& kernel);
+  void setStandardUniforms(const RenderContext& context);
+  void setParameterUniforms();
+  void bindInputs(const RenderContext& context);
+  void draw(const ImageDesc& output);
+
+  std::unique_ptr<NodeImpl> impl;
+};
+
+}  // namespace vellumtide
