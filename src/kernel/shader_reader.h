@@ -97,10 +97,13 @@ class ShaderReader {
 
   Token next();
   Token takeComment(bool isBlock);
-  void passOperator(char c);
+  std::size_t numberLength() const;
+  std::size_t operatorLength() const;
   void passLineEnd(std::size_t at);
+  void passPunctuation(char c);
   bool isContinued(std::size_t at) const;
   std::string_view nextOfKind(TokenKind kind, std::string_view stop);
+  std::string_view restOfLiteral();
 
   std::string text_;
   std::size_t position_ = 0;

@@ -1,0 +1,204 @@
+#include "kernel/pbk_parser.h"
+
+#include <string>
+#include <utility>
+
+#include "kernel/number_text.h"
+#include "kernel/section_parsers.h"
+
+namespace vellumtide {
+namespace {
+
+/// Copies one declaration through its ";" and notes every identifier in it as a variable.
+class DeclarationParser : public ShaderReader::Parser {
+ public:
+  DeclarationParser(std::vector<pbVariable>& variables, RecordBudget& budget, pbElementType type)
+      : variables_(variables), budget_(budget), type_(type) {}
+
+  bool onToken(ShaderReader&, std::size_t, TokenKind kind, LexState,
+               std::string_view token) override {
+    output.append(token);
+    if (kind == TokenKind::Identifier && budget_.take(sizeof(pbVariable))) {
+      variables_.emplace_back(type_, token);
+    }
+    return token == ";";
+  }
+
+ private:
+  std::vector<pbVariable>& variables_;
+  RecordBudget& budget_;
+  pbElementType type_;
+};
+
+}  // namespace
+
+class PBKParser::InputsParser : public DeclarationParser {
+ public:
+  InputsParser(ParseTarget target, pbElementType type)
+      : DeclarationParser(target.kernel.inputs, target.budget, type) {}
+};
+
+class PBKParser::DependentsParser : public DeclarationParser {
+ public:
+  DependentsParser(ParseTarget target, pbElementType type)
+      : DeclarationParser(target.kernel.dependents, target.budget, type) {}
+};
+
+/// The metadata blocks in front of the kernel's brace, through the ">".
+class PBKParser::MetaDataParser : public ShaderReader::Parser {
+ public:
+  explicit MetaDataParser(pbKernelInfo& kernel) : kernel_(kernel) {}
+
+  bool onToken(ShaderReader& reader, std::size_t, TokenKind, LexState,
+               std::string_view token) override {
+    if (token == ">") return true;
+    if (token == "languageVersion") {
+      kernel_.languageVersion = decimalInt(reader.nextNumber(">"), true);
+    } else if (token == "namespace") {
+      kernel_.nameSpace = reader.nextString(">");
+    } else if (token == "vendor") {
+      kernel_.vendor = reader.nextString(">");
+    } else if (token == "version") {
+      kernel_.version = decimalInt(reader.nextNumber(">"), true);
+    } else if (token == "description") {
+      kernel_.description = reader.nextString(">");
+    }
+    return false;
+  }
+
+ private:
+  pbKernelInfo& kernel_;
+};
+
+/// From behind the name `evaluateDependents` through its function's closing brace. The statements
+/// are left to the vertex shader.
+class PBKParser::EvaluateDependentsParser : public ShaderReader::Parser {
+ public:
+  bool onToken(ShaderReader& reader, std::size_t, TokenKind, LexState lexState,
+               std::string_view token) override {
+    const bool isCode = lexState == LexState::Code;
+    const bool isEnd = token == "}" && isCode && reader.braceDepth() == 1;
+    if (isEnd) output.append("\n#endif\n");
+    output.append(token);
+    if (token == "{" && isCode && reader.braceDepth() == 2) {
+      output.append("\n#ifdef vlmk_VERTEX_SHADER\n");
+    }
+    return isEnd;
+  }
+};
+
+/// The whole source. The order of its tests is the meaning of the language: a section word acts
+/// wherever it stands.
+class PBKParser::GlobalParser : public ShaderReader::Parser {
+ public:
+  explicit GlobalParser(ParseTarget target) : target_(target) {}
+
+  bool onToken(ShaderReader& reader, std::size_t, TokenKind kind, LexState lexState,
+               std::string_view token) override {
+    if (kind == TokenKind::Identifier) {
+      if (onWord(reader, token)) return false;
+    } else if (kind == TokenKind::Operator) {
+      if (token == "}" && reader.braceDepth() == 0) return true;
+      if (token == "{" && reader.braceDepth() == 1) {
+        isInsideBody_ = true;
+        return false;
+      }
+      if (token == "<" && reader.braceDepth() == 0) {
+        MetaDataParser parser(target_.kernel);
+        reader.run(parser);
+        return false;
+      }
+    }
+    if (isInsideBody_) {
+      output.append(token);
+    } else if (lexState == LexState::Preprocessor) {
+      output.append("#").append(reader.restOfLine()).append("\n");
+    }
+    return false;
+  }
+
+ private:
+  /// True when the word is one that the parser acts on. The words differ in length and first
+  /// letter, so that all others are told apart quickly.
+  bool onWord(ShaderReader& reader, std::string_view word) {
+    switch (word.size()) {
+      case 5:
+        if (word == "union") return output.append("vlmk_union"), true;
+        if (word == "input") return onInput(reader), true;
+        return false;
+      case 6:
+        if (word == "kernel") return target_.kernel.name = reader.nextIdentifier(""), true;
+        if (word == "output") return onOutput(reader), true;
+        return false;
+      case 9:
+        if (word == "parameter") return onParameter(reader), true;
+        if (word == "dependent") return onDependent(reader), true;
+        return false;
+      case 18:
+        if (word == "evaluateDependents") return onEvaluateDependents(reader, word), true;
+        return false;
+      default:
+        return false;
+    }
+  }
+
+  void onInput(ShaderReader& reader) {
+    const std::string_view type = reader.nextIdentifier(";");
+    if (type.empty()) return;
+    output.append("input ").append(type);
+    InputsParser parser(target_, typeFromName(type));
+    runInto(reader, parser);
+  }
+
+  void onOutput(ShaderReader& reader) {
+    const std::string_view type = reader.nextIdentifier(";");
+    if (type.empty()) return;
+    output.append("output ").append(type);
+    const std::string_view name = reader.nextIdentifier(";");
+    if (name.empty()) return;
+    output.append(" ").append(name);
+    target_.kernel.output = pbVariable(typeFromName(type), name);
+  }
+
+  void onParameter(ShaderReader& reader) {
+    const std::string_view type = reader.nextIdentifier(";");
+    if (type.empty()) return;
+    output.append("parameter ").append(type);
+    ParameterParser parser(target_, typeFromName(type));
+    runInto(reader, parser);
+  }
+
+  void onDependent(ShaderReader& reader) {
+    const std::string_view name = reader.nextIdentifier(";");
+    if (name.empty()) return;
+    const pbElementType type = typeFromName(name);
+    output.append(isCarried(type) ? "dependent " : "dependent varying ").append(name);
+    DependentsParser parser(target_, type);
+    runInto(reader, parser);
+  }
+
+  void onEvaluateDependents(ShaderReader& reader, std::string_view word) {
+    output.append(word);
+    EvaluateDependentsParser parser;
+    runInto(reader, parser);
+  }
+
+  void runInto(ShaderReader& reader, ShaderReader::Parser& parser) {
+    reader.run(parser);
+    output.append(parser.output);
+  }
+
+  ParseTarget target_;
+  bool isInsideBody_ = false;
+};
+
+PBKParser::PBKParser(std::string_view text, RecordBudget* budget)
+    : ShaderReader(text), budget_(budget ? budget : &ownBudget_) {}
+
+void PBKParser::parse(pbKernelInfo& kernel) {
+  GlobalParser parser({kernel, *budget_});
+  run(parser);
+  kernel.body = std::move(parser.output);
+}
+
+}  // namespace vellumtide
