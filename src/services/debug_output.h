@@ -4,9 +4,9 @@
 #include "aeapi/effect_data.h"
 
 #if defined(__GNUC__) || defined(__clang__)
-#define VELLUMTIDE_PRINTF_LIKE(format, first) __attribute__((format(printf, format, first)))
+#define VELLUMTIDE_PRINTF_LIKE(text, first) __attribute__((format(printf, text, first)))
 #else
-#define VELLUMTIDE_PRINTF_LIKE(format, first)
+#define VELLUMTIDE_PRINTF_LIKE(text, first)
 #endif
 
 namespace vellumtide {
