@@ -6,6 +6,13 @@ if(VELLUMTIDE_CCACHE AND NOT CMAKE_CXX_COMPILER_LAUNCHER)
   set(CMAKE_CXX_COMPILER_LAUNCHER ${VELLUMTIDE_CCACHE})
 endif()
 
+# The same sources give the same bytes wherever they lie; of two matching rules the last one counts.
+if(NOT MSVC)
+  foreach(folder ${CMAKE_SOURCE_DIR} ${CMAKE_BINARY_DIR})
+    add_compile_options($<$<CONFIG:Release>:-ffile-prefix-map=${folder}/=>)
+  endforeach()
+endif()
+
 if(VELLUMTIDE_SANITIZE)
   add_compile_options(-fsanitize=${VELLUMTIDE_SANITIZE} -fno-sanitize-recover=all
                       -fno-omit-frame-pointer)

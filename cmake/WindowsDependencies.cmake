@@ -43,7 +43,7 @@ set(from ${VELLUMTIDE_WINDOWS_SOURCES})
 
 vellumtide_library(glew ALIAS GLEW::GLEW
   SOURCES ${from}/glew/src/glew.c INCLUDES ${from}/glew/include
-  DEFINES GLEW_STATIC GLEW_NO_GLU LINKS OpenGL::GL)
+  DEFINES GLEW_STATIC LINKS OpenGL::GL)
 
 set(tinyxml_sources tinyxml.cpp tinyxmlerror.cpp tinyxmlparser.cpp)
 list(TRANSFORM tinyxml_sources PREPEND ${from}/tinyxml/)
