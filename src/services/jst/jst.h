@@ -2,13 +2,13 @@
 #pragma once
 
 #include "core/ae_allocator.h"
-#include "services/jst/paths.h"
-#include "services/jst/text.h"
+#include "services/jst/file.h"
+#include "services/jst/folder.h"
 
 namespace vellumtide {
 
-using HostText = _JST::String<aeAllocator>;
-using HostFile = _JST::File<aeAllocator>;
-using HostFolder = _JST::Folder<aeAllocator>;
+using HostText = _JST::String<aeAllocator<char>>;
+using HostFile = _JST::File<aeAllocator<char>>;
+using HostFolder = _JST::Folder<aeAllocator<char>>;
 
 }  // namespace vellumtide

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstddef>
+#include <memory>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -10,6 +11,10 @@
 #include "core/utf.h"
 
 namespace vellumtide::_JST {
+
+// An allocator of the same kind for elements of another type.
+template <class Allocator, class T>
+using Rebound = typename std::allocator_traits<Allocator>::template rebind_alloc<T>;
 
 // The root of the namespace's classes.
 class Object {
@@ -23,7 +28,7 @@ class Object {
 };
 
 // An owned sequence. What the allocator throws when memory runs out passes to the caller.
-template <class T, template <class> class Allocator>
+template <class T, class Allocator>
 class Array : public Object {
  public:
   void push(T element) { elements_.push_back(std::move(element)); }
@@ -34,11 +39,11 @@ class Array : public Object {
   auto end() const { return elements_.end(); }
 
  private:
-  std::vector<T, Allocator<T>> elements_;
+  std::vector<T, Rebound<Allocator, T>> elements_;
 };
 
 // An owned UTF-8 text.
-template <template <class> class Allocator>
+template <class Allocator>
 class String : public Object {
  public:
   String() = default;
@@ -75,11 +80,11 @@ class String : public Object {
   }
 
  private:
-  std::basic_string<char, std::char_traits<char>, Allocator<char>> text_;
+  std::basic_string<char, std::char_traits<char>, Rebound<Allocator, char>> text_;
 };
 
 // The pieces one behind the other with the glue between them.
-template <template <class> class Allocator>
+template <class Allocator>
 String<Allocator> join(const Array<String<Allocator>, Allocator>& pieces, std::string_view glue) {
   String<Allocator> text;
   for (std::size_t i = 0; i < pieces.size(); ++i) {

@@ -1,6 +1,4 @@
-// Path objects: a file that can be opened, a folder that can be listed. Nothing here throws for a
-// file-system failure; each operation answers false or an empty list. What the allocator throws
-// when memory runs out passes to the caller.
+// A file that can be opened, read, written and removed.
 #pragma once
 
 #include <algorithm>
@@ -9,35 +7,11 @@
 #include <string>
 #include <string_view>
 
-#include "services/jst/file_system.h"
-#include "services/jst/text.h"
+#include "services/jst/file_sys.h"
 
 namespace vellumtide::_JST {
 
-// What a file and a folder share.
-template <template <class> class Allocator>
-class _FileSys : public Object {
- public:
-  using Text = String<Allocator>;
-
-  const Text& path() const { return path_; }
-  EntryKind kind() const { return kind_; }
-
-  // Whether anything is at the path, of either kind. False for an empty path.
-  bool exists() const { return !path_.empty() && pathExists(path_); }
-
-  // What lies behind the last slash or back-slash.
-  Text getName() const { return path_.view().substr(path_.view().find_last_of("/\\") + 1); }
-
- protected:
-  _FileSys(std::string_view path, EntryKind kind) : path_(path), kind_(kind) {}
-
- private:
-  Text path_;
-  EntryKind kind_;
-};
-
-template <template <class> class Allocator>
+template <class Allocator>
 class File : public _FileSys<Allocator> {
  public:
   enum class Mode { None, Read, Write, ReadWrite, Append };
@@ -114,34 +88,6 @@ class File : public _FileSys<Allocator> {
 
   std::FILE* stream_ = nullptr;
   Mode mode_ = Mode::None;
-};
-
-template <template <class> class Allocator>
-class Folder : public _FileSys<Allocator> {
- public:
-  using Paths = Array<String<Allocator>, Allocator>;
-
-  explicit Folder(std::string_view path) : _FileSys<Allocator>(path, EntryKind::Folder) {}
-
-  bool create() { return !this->path().empty() && makeFolder(this->path()); }
-  bool remove() { return !this->path().empty() && eraseFolder(this->path()); }
-
-  // Full paths: the folder's path, a back-slash (on every platform) and the entry's name, in the
-  // order the file system gives them.
-  Paths listFiles() const { return list(EntryKind::File); }
-  Paths listFolders() const { return list(EntryKind::Folder); }
-
- private:
-  Paths list(EntryKind kind) const {
-    Paths paths;
-    for (const std::string& name : entryNames(this->path(), kind)) {
-      String<Allocator> path = this->path();
-      path += "\\";
-      path += name;
-      paths.push(std::move(path));
-    }
-    return paths;
-  }
 };
 
 }  // namespace vellumtide::_JST
