@@ -1,0 +1,54 @@
+#include "glsl/names.h"
+#include "graph/graph_info.h"
+#include "kernel/shader_reader.h"
+
+namespace vellumtide {
+namespace {
+
+/// Copies a node's function through its closing brace, with the graph's parameters under their
+/// shader names and the node's own id dropped in front of its parameters.
+class EvaluateParametersParaser : public ShaderReader::Parser {
+ public:
+  EvaluateParametersParaser(const GraphParameterNames& parameterNames, std::string id)
+      : parameterNames_(parameterNames), id_(std::move(id)) {}
+
+  bool onToken(ShaderReader& reader, std::size_t, TokenKind, LexState lexState,
+               std::string_view token) override {
+    if (token == "}" && reader.braceDepth() == 0) {
+      output.append(token);
+      return true;
+    }
+    if (output.ends_with('\n') && (token == "\t" || token == "\n")) return false;
+
+    if (token == id_) {
+      output.append(lexState == LexState::Preprocessor ? " " : reader.nextIdentifier(";"));
+    } else if (token == ":" && reader.peek(1) == ':') {
+      // The character looked at is the one behind the next: "::" itself is not meant.
+      reader.skipCharacter();
+      output.append(" ");
+    } else {
+      if (parameterNames_.contains(token)) output.append(graphParameterPrefix(token));
+      output.append(token);
+    }
+    return false;
+  }
+
+ private:
+  const GraphParameterNames& parameterNames_;
+  std::string id_;
+};
+
+}  // namespace
+
+void pbGraphInfo::pbgNodeInfo::parse(const pbGraphInfo& graph) {
+  parse(GraphParameterNames(graph));
+}
+
+void pbGraphInfo::pbgNodeInfo::parse(const GraphParameterNames& parameterNames) {
+  ShaderReader reader(evaluateParametersSource);
+  EvaluateParametersParaser parser(parameterNames, id.str());
+  reader.run(parser);
+  evaluateParameters = std::move(parser.output);
+}
+
+}  // namespace vellumtide
