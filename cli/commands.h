@@ -1,0 +1,16 @@
+// The commands of `vellumtide`. Each adds its subcommand with a callback that does the work and
+// throws Failure when it cannot.
+#pragma once
+
+#include <CLI/CLI.hpp>
+#include <string_view>
+
+namespace vellumtide::cli {
+
+void addInspectCommand(CLI::App& app);
+void addGlslCommand(CLI::App& app);
+
+// Writes to standard output, byte for byte; throws Failure when that fails.
+void writeOut(std::string_view text);
+
+}  // namespace vellumtide::cli

@@ -1,0 +1,27 @@
+// How a command ends: the documented exit statuses and the exception that carries one.
+#pragma once
+
+#include <stdexcept>
+#include <string>
+
+namespace vellumtide::cli {
+
+enum class ExitStatus {
+  Done = 0,
+  Failed = 1,    // a frame failed, or anything that has no number of its own
+  Usage = 2,     // wrong arguments
+  Program = 3,   // the program file cannot be loaded or its shaders do not build
+  Image = 4,     // an image cannot be read or written
+  NoDevice = 5,  // no usable GL device
+};
+
+// Ends the command with a message for the user ("what and where", without the program's name).
+class Failure : public std::runtime_error {
+ public:
+  Failure(ExitStatus endStatus, const std::string& message)
+      : std::runtime_error(message), status(endStatus) {}
+
+  ExitStatus status;
+};
+
+}  // namespace vellumtide::cli

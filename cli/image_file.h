@@ -1,0 +1,53 @@
+// Image files: PNG, TIFF and OpenEXR (and, for reading, whatever else the image library knows).
+// Values are never colour-converted. Every failure is a Failure with ExitStatus::Image that names
+// the file and the reason.
+#pragma once
+
+#include <filesystem>
+#include <optional>
+#include <string_view>
+
+#include "headless/world.h"
+
+namespace vellumtide::cli {
+
+enum class SampleType { UInt8, UInt16, Half, Float };
+
+// "uint8", "uint16", "half", "float".
+std::string_view name(SampleType type);
+
+// A picture as the host keeps it, and how its file keeps it.
+struct ImageFile {
+  headless::World pixels{0, 0, 0};
+  double pixelAspect = 1.0;  // width of a pixel over its height
+  SampleType sampleType = SampleType::UInt8;
+  bool straightAlpha = true;  // colour and alpha are kept apart
+};
+
+// Sides and memory (in bytes of 32-bit samples) beyond which a picture is refused.
+inline constexpr int kLargestSide = 30000;
+inline constexpr std::size_t kLargestImageBytes = std::size_t{4} << 30;
+bool isTooLarge(double width, double height, double channels);
+
+// Reads at the file's natural depth: 8-bit integers 8, 16-bit integers 16, all others 32. Alpha
+// that the file keeps multiplied in is taken out; where it is 0 the colour stays as it is. Grey
+// becomes equal red, green and blue, and missing alpha is opaque. An OpenEXR picture whose pixels
+// cover another area than its display window is cut to that window, transparent where it has none.
+ImageFile readImageFile(const std::filesystem::path& path);
+
+struct WriteOptions {
+  std::optional<SampleType> sampleType;  // none: the closest to the picture's depth
+  bool straightAlpha = false;            // TIFF only; PNG always, OpenEXR never keeps it apart
+  bool dropAlpha = false;                // write red, green and blue alone, as they are
+};
+
+// Checks that `path` can be written with these options as far as that shows without writing: a
+// known extension, a sample type it can hold, an existing folder, no folder of that name.
+void checkWritable(const std::filesystem::path& path, const WriteOptions& options);
+
+// Writes the file whole or not at all: the pixels go to a new file beside `path` that takes its
+// name at the end. The extension decides the format.
+void writeImageFile(const std::filesystem::path& path, const headless::World& pixels,
+                    double pixelAspect, const WriteOptions& options);
+
+}  // namespace vellumtide::cli

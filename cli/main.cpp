@@ -1,0 +1,53 @@
+#include <cstdio>
+#include <exception>
+
+#include "cli/commands.h"
+#include "cli/failure.h"
+
+namespace vellumtide::cli {
+namespace {
+
+int report(const std::string& message, ExitStatus status) {
+  std::fprintf(stderr, "vellumtide: %s\n", message.c_str());
+  return static_cast<int>(status);
+}
+
+int run(int argc, char** argv) {
+  CLI::App app("Runs Pixel Bender kernels and graphs on the graphics card.", "vellumtide");
+  app.set_version_flag("--version", "vellumtide " VELLUMTIDE_VERSION);
+  app.require_subcommand(1);
+  app.footer(
+      "vellumtide COMMAND --help tells more. Exit status: 0 done, 1 a frame or something\n"
+      "else failed, 2 wrong usage, 3 the program cannot be loaded or does not build,\n"
+      "4 an image cannot be read or written, 5 no usable GL device.");
+  addInspectCommand(app);
+  addGlslCommand(app);
+  try {
+    app.parse(argc, argv);
+  } catch (const CLI::ParseError& error) {
+    if (error.get_exit_code() == 0) return app.exit(error);
+    return report(std::string(error.what()) + " (see --help)", ExitStatus::Usage);
+  }
+  return 0;
+}
+
+}  // namespace
+
+void writeOut(std::string_view text) {
+  if (std::fwrite(text.data(), 1, text.size(), stdout) != text.size() || std::fflush(stdout) != 0) {
+    throw Failure(ExitStatus::Failed, "standard output cannot be written");
+  }
+}
+
+}  // namespace vellumtide::cli
+
+int main(int argc, char** argv) {
+  using namespace vellumtide::cli;
+  try {
+    return run(argc, argv);
+  } catch (const Failure& failure) {
+    return report(failure.what(), failure.status);
+  } catch (const std::exception& error) {
+    return report(error.what(), ExitStatus::Failed);
+  }
+}
