@@ -3,6 +3,12 @@
 
 #include "aeapi/effect_data.h"
 
+#ifdef _WIN32
+#define VELLUMTIDE_EXPORT __declspec(dllexport)
+#else
+#define VELLUMTIDE_EXPORT __attribute__((visibility("default")))
+#endif
+
 namespace vellumtide {
 
 // The name under which a module exports its EntryPoint.

@@ -1,0 +1,154 @@
+#include "host/sequence_data.h"
+
+#include <algorithm>
+#include <cstring>
+#include <memory>
+#include <optional>
+
+#include "host/flat_sequence.h"
+#include "host/global_data.h"
+#include "host/program_loader.h"
+#include "services/aeo/marker_comment.h"
+#include "services/jst/jst.h"
+#include "services/preferences.h"
+
+namespace vellumtide {
+namespace {
+
+// A path must have at least one byte in front of a dot, which itself is not looked at, and end in
+// one of exactly these spellings.
+bool namesProgram(const std::string& comment) {
+  if (comment.size() <= 4) return false;
+  const std::string ending = comment.substr(comment.size() - 3);
+  return ending == "pbk" || ending == "PBK" || ending == "pbg" || ending == "PBG";
+}
+
+// Looks for a file that has moved under the preference's root folder.
+void relocate(PF_InData* in_data, std::string& path) {
+  const HostFile file(path);
+  if (path.empty() || file.exists()) return;
+  const std::string rootFolder = readRootFolder(in_data);
+  if (rootFolder.empty()) return;
+  if (const auto found = findUnderRootFolder(rootFolder, file.getName())) path = *found;
+}
+
+// A program that cannot be loaded, for want of memory too, leaves the instance without one.
+void tryLoad(PF_InData* in_data, const std::string& path, bool report) {
+  GlobalData* globalData = GlobalData::current();
+  if (!globalData) return;
+  try {
+    loadProgram(*globalData, in_data, path, report);
+  } catch (PF_Err) {
+  }
+}
+
+PF_Handle flatten(PF_InData* in_data, const SequenceData& sequence) {
+  const PF_UtilCallbacks& utils = *in_data->utils;
+  const std::string bytes = writeFlatSequence(sequence.path, sequence.freshFlag);
+  PF_Handle handle = utils.host_new_handle(bytes.size());
+  if (!handle) return nullptr;
+  void* block = utils.host_lock_handle(handle);
+  if (!block) {
+    utils.host_dispose_handle(handle);
+    return nullptr;
+  }
+  std::memcpy(block, bytes.data(), bytes.size());
+  utils.host_unlock_handle(handle);
+  return handle;
+}
+
+SequenceData* unflatten(PF_InData* in_data, PF_Handle flat) {
+  const PF_UtilCallbacks& utils = *in_data->utils;
+  const void* block = utils.host_lock_handle(flat);
+  if (!block) return nullptr;
+  std::unique_ptr<SequenceData> sequence(new SequenceData);
+  if (sequence) {
+    const FlatSequence read = readFlatSequence(block, utils.host_get_handle_size(flat));
+    sequence->path = read.path;
+    sequence->hasProgram = read.hasProgram;
+    sequence->freshFlag = read.freshFlag;
+  }
+  utils.host_unlock_handle(flat);
+  return sequence.release();
+}
+
+}  // namespace
+
+SequenceData::SequenceData() {
+  if (GlobalData* globalData = GlobalData::current()) {
+    globalData->liveSequences.push_back(handle());
+  }
+}
+
+SequenceData::~SequenceData() {
+  GlobalData* globalData = GlobalData::current();
+  if (!globalData) return;
+  auto& list = globalData->liveSequences;
+  const auto mine = std::find(list.begin(), list.end(), handle());
+  if (mine == list.end()) return;
+  *mine = list.back();
+  list.pop_back();
+}
+
+SequenceData* SequenceData::live(PF_Handle handle) {
+  const GlobalData* globalData = GlobalData::current();
+  if (!handle || !globalData) return nullptr;
+  const auto& list = globalData->liveSequences;
+  if (std::find(list.begin(), list.end(), handle) == list.end()) return nullptr;
+  return static_cast<SequenceData*>(hostMemoryOfHandle(handle));
+}
+
+PF_Err sequenceSetup(PF_InData* in_data, PF_OutData* out_data) {
+  auto* sequence = new SequenceData;
+  if (!sequence) return PF_Err_OUT_OF_MEMORY;
+  out_data->sequence_data = sequence->handle();
+  const std::optional<std::string> comment = firstMarkerComment(in_data);
+  if (comment && namesProgram(*comment)) {
+    sequence->path = *comment;
+    tryLoad(in_data, sequence->path, true);
+    sequence->hasProgram = true;
+  }
+  return PF_Err_NONE;
+}
+
+PF_Err sequenceResetup(PF_InData* in_data, PF_OutData* out_data) {
+  const auto result = [out_data] {
+    return out_data->sequence_data ? PF_Err_NONE : PF_Err_INTERNAL_STRUCT_DAMAGED;
+  };
+  if (!in_data->sequence_data) {
+    sequenceSetup(in_data, out_data);
+    return result();
+  }
+  if (SequenceData::live(in_data->sequence_data)) return PF_Err_NONE;
+
+  // Without memory for the live object the saved data stays as it is, so that nothing is lost.
+  SequenceData* sequence = unflatten(in_data, in_data->sequence_data);
+  if (!sequence) return PF_Err_INTERNAL_STRUCT_DAMAGED;
+  if (out_data->sequence_data) in_data->utils->host_dispose_handle(out_data->sequence_data);
+  out_data->sequence_data = sequence->handle();
+
+  relocate(in_data, sequence->path);
+  tryLoad(in_data, sequence->path, false);
+  return result();
+}
+
+PF_Err sequenceFlatten(PF_InData* in_data, PF_OutData* out_data) {
+  if (SequenceData* sequence = SequenceData::live(in_data->sequence_data)) {
+    if (PF_Handle flat = flatten(in_data, *sequence)) {
+      delete sequence;
+      out_data->sequence_data = flat;
+    }
+  } else if (!in_data->sequence_data && out_data->sequence_data) {
+    in_data->utils->host_dispose_handle(out_data->sequence_data);
+    out_data->sequence_data = nullptr;
+  }
+  return PF_Err_NONE;
+}
+
+PF_Err sequenceSetdown(PF_InData* in_data, PF_OutData* out_data) {
+  delete SequenceData::live(in_data->sequence_data);
+  out_data->sequence_data = nullptr;
+  return PF_Err_NONE;
+}
+
+}  // namespace vellumtide

@@ -1,0 +1,53 @@
+#include "params/panel_layout.h"
+
+#include "params/control_labels.h"
+
+namespace vellumtide {
+namespace {
+
+// A used control is never without a label.
+std::string labelOr(std::string label, const char* fallback) {
+  return label.empty() ? fallback : std::move(label);
+}
+
+}  // namespace
+
+PanelLayout panelLayout(const pbGraph* program) {
+  PanelLayout layout;
+  if (!program) return layout;
+  for (const auto& node : program->nodes) {
+    if (node->kind() != NodeKind::Image) continue;
+    const int slot = static_cast<const ImageNode&>(*node).index;
+    if (slot <= 0) continue;
+    layout[static_cast<std::size_t>(slot)].label =
+        labelOr(cutText(node->name.view(), kMaxParamNameLength), "layer2");
+  }
+  for (const auto& record : program->parameters) {
+    if (record->slot < 0) continue;
+    const int count = controlNeed(record->parameter).count;
+    for (int component = 0; component < count; ++component) {
+      PanelControl& control = layout[static_cast<std::size_t>(record->slot + component)];
+      control.label = labelOr(controlLabel(record->parameter, component, count), "-");
+      control.record = record.get();
+      control.component = component;
+    }
+  }
+  return layout;
+}
+
+double componentOf(const pbParameter& parameter, const ValueCells& cells, int index) {
+  const auto at = static_cast<std::size_t>(index);
+  switch (baseKind(parameter.type)) {
+    case BaseKind::Int:
+      return cells.intAt(at);
+    case BaseKind::Float:
+      return static_cast<double>(cells.floatAt(at));
+    case BaseKind::Bool:
+      return cells.boolAt(at) ? 1.0 : 0.0;
+    case BaseKind::None:
+      break;
+  }
+  return 0.0;
+}
+
+}  // namespace vellumtide
