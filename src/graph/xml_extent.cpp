@@ -77,13 +77,13 @@ class Scanner {
   }
 
   bool takeNode() {
-    if (peek() != '<') return depth_ > 0 && takeText('<');
     if (depth_ > 0 && startsWith("</")) {
       skipBehind(">", 2);
       --depth_;
       return true;
     }
     ++extent_.items;
+    if (peek() != '<') return depth_ > 0 && takeText('<');
     if (startsWithAnyCase("<?xml")) return takeDeclaration();
     if (startsWith("<!--")) return skipBehind("-->", 4), true;
     if (startsWith("<![CDATA[")) return skipBehind("]]>", 9), true;

@@ -11,7 +11,7 @@ struct XmlExtent {
   std::size_t depth = 0;
   /// Most attributes of one tag.
   std::size_t attributes = 0;
-  /// Tags, attributes, comments and everything else that becomes an object.
+  /// Elements, attributes, texts, comments and everything else that becomes an object.
   std::size_t items = 0;
 };
 
