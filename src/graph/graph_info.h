@@ -28,11 +28,30 @@ struct pbgConnection {
   ConnectionKind kind = ConnectionKind::None;
 };
 
+class GraphParameterNames;
+
 /// What a graph file says: parameters, images, kernels, nodes and connections, each in document
 /// order.
 class pbGraphInfo : public pbMetadata {
  public:
-  class pbgNodeInfo;
+  /// One node: an instance of the kernel called `name`, known to connections as `id`.
+  class pbgNodeInfo {
+   public:
+    /// Rewrites evaluateParametersSource into evaluateParameters: the graph's parameters get their
+    /// shader names, `id::parameter` becomes `parameter`.
+    void parse(const pbGraphInfo& graph);
+    /// The same for many nodes of one graph.
+    void parse(const GraphParameterNames& parameterNames);
+
+    NameText id;
+    NameText name;
+    NameText vendor;
+    NameText nameSpace;
+    std::int32_t version = 1;
+    std::string evaluateParametersSource;
+    NameText clientID;
+    std::string evaluateParameters;
+  };
 
   std::vector<pbParameter> parameters;
   std::vector<pbVariable> inputs;
@@ -42,6 +61,8 @@ class pbGraphInfo : public pbMetadata {
   std::vector<pbgNodeInfo> nodes;
   std::vector<pbgConnection> connections;
 };
+
+using pbgNodeInfo = pbGraphInfo::pbgNodeInfo;
 
 /// The names of a graph's parameters, for look-ups that do not walk the list. Refers to the graph:
 /// use it only while the graph lives and its parameters stay as they are.
@@ -53,27 +74,6 @@ class GraphParameterNames {
  private:
   std::unordered_set<std::string_view> names_;
 };
-
-/// One node: an instance of the kernel called `name`, known to connections as `id`.
-class pbGraphInfo::pbgNodeInfo {
- public:
-  /// Rewrites evaluateParametersSource into evaluateParameters: the graph's parameters get their
-  /// shader names, `id::parameter` becomes `parameter`.
-  void parse(const pbGraphInfo& graph);
-  /// The same for many nodes of one graph.
-  void parse(const GraphParameterNames& parameterNames);
-
-  NameText id;
-  NameText name;
-  NameText vendor;
-  NameText nameSpace;
-  std::int32_t version = 1;
-  std::string evaluateParametersSource;
-  NameText clientID;
-  std::string evaluateParameters;
-};
-
-using pbgNodeInfo = pbGraphInfo::pbgNodeInfo;
 
 /// Finds a graph's kernels by name, the first of a name winning, without walking the list. Refers
 /// to the graph: use it only while the graph lives and its kernels stay as they are.
