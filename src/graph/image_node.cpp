@@ -18,6 +18,11 @@ std::int64_t clippedSize(std::uint32_t size, std::int32_t offset, std::uint32_t 
   return size + start >= renderSize ? renderSize - start : size;
 }
 
+bool coversAll(const ImageDesc& input, const ImageDesc& output) {
+  return input.pixels && input.x == 0 && input.y == 0 && input.width >= output.width &&
+         input.height >= output.height;
+}
+
 void uploadPixels(const ImageDesc& input, const ImageDesc& output, GLenum type) {
   const GLenum format = transferFormatOf(input.channels);
   glPixelStorei(GL_UNPACK_ROW_LENGTH, input.rowLength);
@@ -41,8 +46,11 @@ void ImageNode::evaluate(const RenderContext& context) {
   const PixelFormat format = pixelFormatOf(input.depth);
   image.specify(format.internalFormat, context.output.width, context.output.height,
                 input.channels == 0 ? GL_RGBA : transferFormatOf(input.channels), format.type);
-  image.clearToTransparent();
-  image.bindTexture();
+  // Pixels that cover the whole texture leave nothing of a clear to be seen.
+  if (!coversAll(input, context.output)) {
+    image.clearToTransparent();
+    image.bindTexture();
+  }
   const ScopedChannelScale scale(input.depth == 2 ? 2.0f : 1.0f);
   uploadPixels(input, context.output, format.type);
   evaluated = true;
@@ -60,7 +68,6 @@ void ImageNode::readback(const RenderContext& context) {
 }
 
 void ImageNode::reset() {
-  image.clearToTransparent();
   image.shrink();
   evaluated = false;
 }
@@ -68,6 +75,11 @@ void ImageNode::reset() {
 void ImageNode::bindAsInput(GLuint program, const char* uniformName, GLint unit) {
   if (proxy) return proxy->bindAsInput(program, uniformName, unit);
   image.bindToSampler(program, uniformName, unit);
+}
+
+void ImageNode::setFilter(GLint filter) {
+  if (proxy) return proxy->setFilter(filter);
+  image.setFilter(filter);
 }
 
 PixelSize ImageNode::pixelSize(const RenderContext& context) const {

@@ -17,6 +17,7 @@ class ImageNode : public NodeBase {
   void reset() override;
   void bindAsInput(GLuint program, const char* uniformName, GLint unit) override;
   PixelSize pixelSize(const RenderContext& context) const override;
+  void setFilter(GLint filter) override;
   GLuint textureName() const override { return image.textureName(); }
 
   // Which of the context's input buffers feeds this node, 0 to 3; -1 for none.

@@ -51,7 +51,7 @@ Node::Node(pbGraph* graph, const pbGraphInfo& info, const KernelsByName& kernels
   generateNodeShaders(info, kernels, nodeIndex, vertexText, fragmentText, graph->channelOrder);
   impl.reset(newOrThrow<NodeImpl>(graph->programs, name.str(), vertexText, fragmentText));
   if (const pbKernelInfo* kernel = kernels.find(info.nodes[nodeIndex].name)) {
-    addInputSlots(*kernel);
+    useKernel(*kernel);
   }
 }
 
@@ -60,10 +60,11 @@ Node::Node(pbGraph* graph, const pbKernelInfo& kernel) : NodeBase(graph, kernel.
   std::string fragmentText;
   generateKernelShaders(kernel, graph->channelOrder, vertexText, fragmentText);
   impl.reset(newOrThrow<NodeImpl>(graph->programs, name.str(), vertexText, fragmentText));
-  addInputSlots(kernel);
+  useKernel(kernel);
 }
 
-void Node::addInputSlots(const pbKernelInfo& kernel) {
+void Node::useKernel(const pbKernelInfo& kernel) {
+  sampling = samplingOf(kernel.body);
   inputs.reserve(kernel.inputs.size());
   for (const pbVariable& input : kernel.inputs)
     inputs.push_back({nullptr, input.name.view()});
@@ -101,8 +102,16 @@ void Node::setParameterUniforms() {
   }
 }
 
+GLint Node::filterFor(const RenderContext& context) const {
+  const bool isFullResolution = context.downsampleX == 1.0f && context.downsampleY == 1.0f;
+  const bool atCentres = sampling == Sampling::Centres ||
+                         (sampling == Sampling::CentresAtFullResolution && isFullResolution);
+  return atCentres ? GL_NEAREST : GL_LINEAR;
+}
+
 void Node::bindInputs(const RenderContext& context) {
   if (inputs.empty()) return;
+  const GLint filter = filterFor(context);
   const GLuint program = impl->program->id();
   std::vector<GLfloat> sizes;
   sizes.reserve(inputs.size() * 2);
@@ -110,6 +119,7 @@ void Node::bindInputs(const RenderContext& context) {
   for (const InputSlot& slot : inputs) {
     PixelSize size;
     if (slot.source) {
+      slot.source->setFilter(filter);
       slot.source->bindAsInput(program, slot.name.c_str(), unit);
       size = slot.source->pixelSize(context);
     } else {
@@ -160,6 +170,11 @@ void Node::reset() {
 void Node::bindAsInput(GLuint program, const char* uniformName, GLint unit) {
   if (proxy) return proxy->bindAsInput(program, uniformName, unit);
   impl->image.bindToSampler(program, uniformName, unit);
+}
+
+void Node::setFilter(GLint filter) {
+  if (proxy) return proxy->setFilter(filter);
+  impl->image.setFilter(filter);
 }
 
 PixelSize Node::pixelSize(const RenderContext& context) const {

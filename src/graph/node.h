@@ -3,6 +3,7 @@
 #include <memory>
 #include <string>
 
+#include "glsl/sampling.h"
 #include "graph/graph_info.h"
 #include "graph/node_base.h"
 #include "graph/node_image.h"
@@ -38,16 +39,19 @@ class Node : public NodeBase {
   void reset() override;
   void bindAsInput(GLuint program, const char* uniformName, GLint unit) override;
   PixelSize pixelSize(const RenderContext& context) const override;
+  void setFilter(GLint filter) override;
   GLuint textureName() const override { return impl->image.textureName(); }
 
  private:
-  void addInputSlots(const pbKernelInfo& kernel);
+  void useKernel(const pbKernelInfo& kernel);
+  GLint filterFor(const RenderContext& context) const;
   void setStandardUniforms(const RenderContext& context);
   void setParameterUniforms();
   void bindInputs(const RenderContext& context);
   void draw(const ImageDesc& output);
 
   std::unique_ptr<NodeImpl> impl;
+  Sampling sampling = Sampling::Anywhere;
 };
 
 }  // namespace vellumtide

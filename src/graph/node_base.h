@@ -42,6 +42,8 @@ class NodeBase : public aeBase {
   virtual void bindAsInput(GLuint program, const char* uniformName, GLint unit) = 0;
   virtual PixelSize pixelSize(const RenderContext& context) const = 0;
   virtual GLuint textureName() const = 0;
+  // How reads of this node's image between texels are answered: GL_LINEAR or GL_NEAREST.
+  virtual void setFilter(GLint filter) = 0;
 
   NameText name;
   pbGraph* owner = nullptr;

@@ -8,8 +8,8 @@ NodeImage::NodeImage() {
   if (!glAvailable()) return;
   texture_.setParameter(GL_TEXTURE_WRAP_S, GL_CLAMP_TO_EDGE);
   texture_.setParameter(GL_TEXTURE_WRAP_T, GL_CLAMP_TO_EDGE);
-  texture_.setParameter(GL_TEXTURE_MIN_FILTER, GL_LINEAR);
-  texture_.setParameter(GL_TEXTURE_MAG_FILTER, GL_LINEAR);
+  texture_.setParameter(GL_TEXTURE_MIN_FILTER, filter_);
+  texture_.setParameter(GL_TEXTURE_MAG_FILTER, filter_);
   shrink();
   texture_.attach(framebuffer_, GL_COLOR_ATTACHMENT0_EXT);
 }
@@ -36,6 +36,13 @@ void NodeImage::clearToTransparent() {
   glClearColor(0.0f, 0.0f, 0.0f, 0.0f);
   glClear(GL_COLOR_BUFFER_BIT);
   unbind();
+}
+
+void NodeImage::setFilter(GLint filter) {
+  if (filter == filter_) return;
+  filter_ = filter;
+  texture_.setParameter(GL_TEXTURE_MIN_FILTER, filter);
+  texture_.setParameter(GL_TEXTURE_MAG_FILTER, filter);
 }
 
 void NodeImage::bindToSampler(GLuint program, const char* uniformName, GLint unit) const {

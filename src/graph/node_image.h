@@ -24,6 +24,10 @@ class NodeImage {
   void unbind() const { kglFrameBuffer::unbind(); }
   void clearToTransparent();
 
+  // GL_LINEAR at first. Reading only at texel centres, both give the same image in exact
+  // arithmetic, GL_NEAREST also where the driver's filter weights are rounded.
+  void setFilter(GLint filter);
+
   void bindTexture() const { texture_.bind(); }
   void bindToSampler(GLuint program, const char* uniformName, GLint unit) const;
   GLuint textureName() const { return texture_.getId(); }
@@ -31,6 +35,7 @@ class NodeImage {
  private:
   kglTextureBuffer texture_;
   kglFrameBuffer framebuffer_;
+  GLint filter_ = GL_LINEAR;
 };
 
 }  // namespace vellumtide
