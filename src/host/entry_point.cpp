@@ -2,6 +2,7 @@
 #include "aeapi/entry_point.h"
 
 #include "core/command_scope.h"
+#include "host/dialog_commands.h"
 #include "host/global_data.h"
 #include "host/panel_command.h"
 #include "host/render.h"
@@ -20,6 +21,8 @@ AEGP_PluginID pluginIdOf(const PF_InData* in_data) {
 PF_Err dispatch(PF_Cmd command, PF_InData* in_data, PF_OutData* out_data, PF_ParamDef* params[],
                 void* extra) {
   switch (command) {
+    case PF_Cmd_ABOUT:
+      return aboutCommand(in_data);
     case PF_Cmd_GLOBAL_SETUP:
       return globalSetup(in_data, out_data);
     case PF_Cmd_GLOBAL_SETDOWN:
@@ -34,6 +37,8 @@ PF_Err dispatch(PF_Cmd command, PF_InData* in_data, PF_OutData* out_data, PF_Par
       return sequenceFlatten(in_data, out_data);
     case PF_Cmd_SEQUENCE_SETDOWN:
       return sequenceSetdown(in_data, out_data);
+    case PF_Cmd_DO_DIALOG:
+      return informationCommand(in_data);
     case PF_Cmd_RENDER:
       _printf("Entry Render\n");
       return PF_Err_NONE;
