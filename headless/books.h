@@ -54,7 +54,7 @@ class Books {
     return suites_;
   }
 
-  // Everything but handles, locks and suites, which have books of their own.
+  // Everything but handles and locks, which the handle store counts.
   Holdings holdings;
 
   static constexpr size_t kMaxFaults = 1000;

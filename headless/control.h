@@ -20,7 +20,7 @@ struct Control {
   PF_ParamIndex index = 0;
   PF_ParamType type = PF_Param_LAYER;
   PF_ParamDef declared{};   // as given to add_param
-  std::string choicesText;  // pop-ups: entries split at "|"
+  std::string choicesText;  // pop-ups: entries split at "|"; check boxes: the text beside the box
 
   // What the panel shows; changed by PF_UpdateParamUI and through the control's stream.
   std::string label;
@@ -48,7 +48,10 @@ struct Control {
 // A control at its declared default; a point's default is a percentage of the layer's size.
 Control makeControl(const PF_ParamDef& declared, PF_ParamIndex index, int layerWidth,
                     int layerHeight);
-// The record that checkout_param fills, points in downsampled pixels; a layer's pixels are not set.
+// Takes from a PF_UpdateParamUI record what the panel shows; the value is left alone.
+void applyUiUpdate(Control& control, const PF_ParamDef& update);
+// The record that checkout_param fills, points in downsampled pixels; a layer's pixels and the
+// texts of pop-ups and check boxes are those of the declaration.
 PF_ParamDef paramDefOf(const Control& control, PF_RationalScale downsampleX,
                        PF_RationalScale downsampleY);
 

@@ -37,7 +37,7 @@ class Effect {
   void setPoint(PF_ParamIndex index, double x, double y);
   void setColor(PF_ParamIndex index, ColorValue color);
   void setLayer(PF_ParamIndex index, const Layer* layer);
-  // Value keyframes by time: in force from that time on. Only for numbers, points and colours.
+  // A hold keyframe of a number: in force from that time on, before the first one the first is.
   void setNumberAt(PF_ParamIndex index, A_Time time, double value);
 
   // The control at a time, keyframes applied.

@@ -21,7 +21,7 @@ enum class BlockFamily { kHandle, kMemHandle, kPlain };
 
 class HandleStore {
  public:
-  explicit HandleStore(Books& books) : books_(books) {}
+  explicit HandleStore(Books& books);
   ~HandleStore();
   HandleStore(const HandleStore&) = delete;
   HandleStore& operator=(const HandleStore&) = delete;
@@ -44,8 +44,11 @@ class HandleStore {
   bool releasePlain(void* address, const char* caller);
   void* resizePlain(void* address, size_t size, const char* caller);
 
-  // For the host's own reading and writing of a module's data, without a fault: whether the handle
-  // is live, and its bytes.
+  // The host's own lock on a handle while a command runs: it may be freed, but not resized.
+  void hold(void** handle);
+  void letGo(void** handle);
+  // For the host's own reading of a module's data, without a fault: whether the handle is live, and
+  // its bytes.
   bool isLive(void** handle) const;
   std::vector<uint8_t> bytes(void** handle) const;
 
@@ -54,8 +57,10 @@ class HandleStore {
   uint64_t liveBytes() const { return liveBytes_; }
   uint64_t allocations() const { return allocations_; }
 
-  // Reports every block written outside its bounds and every freed block written since.
+  // Reports every live block written outside its bounds.
   void checkGuards();
+  // Reports every freed block written since; done of itself when a block leaves quarantine.
+  void checkFreedBlocks();
   // Reports every block still live as a leak, with size, purpose and the command it was made in.
   void reportLeaks();
 
@@ -63,7 +68,7 @@ class HandleStore {
   struct Block;
   Block* find(BlockFamily family, void** handle, const char* caller);
   void checkBlock(Block& block);
-  void checkFreed(const Block& block);
+  void checkFreed(Block& block);
   void retire(std::unique_ptr<Block> block);
   void sayBadHandle(const void* handle, const char* caller);
 

@@ -38,6 +38,8 @@
 
 namespace vellumtide::headless {
 
+struct HostState;
+
 struct HostOptions {
   A_u_long expectedVersion = 0x80001;
   PF_OutFlags expectedOutFlags = 0x06000031;
@@ -65,6 +67,7 @@ struct CallRecord {
   double seconds = 0;  // inside the entry point alone
   PF_OutFlags outFlags = 0;
   PF_OutFlags2 outFlags2 = 0;
+  A_long numParams = 0;
   std::string returnMessage;
   int64_t handlesBefore = 0, handlesAfter = 0;
 };
@@ -145,7 +148,8 @@ class Host {
   Composition& addComposition(const std::string& name);
   std::list<Composition>& compositions() { return compositions_; }
   std::list<Effect>& effects() { return effects_; }
-  const std::vector<PF_ParamDef>& declaredParams() const { return declared_; }
+  // As add_param was given them; the first is the layer that the effect is on.
+  const std::vector<PF_ParamDef>& declaredParams() const;
 
   // --- What is known.
   Books& books() { return books_; }
@@ -162,6 +166,7 @@ class Host {
   ScriptEngine& scripts() { return scripts_; }
   const Module& module() const { return *module_; }
   const HostOptions& options() const { return options_; }
+  HostState& state() { return *state_; }  // for the callbacks
   bool isSetUp() const { return setUp_; }
   PF_Handle globalData() const { return globalData_; }
   int projectDirtied = 0;      // calls of PF_SetProjectDirty
@@ -169,7 +174,10 @@ class Host {
   std::string registeredName;  // as given to AEGP_RegisterWithAEGP
 
  private:
-  friend class CallFrame;
+  PF_InData makeInData(Effect* effect, const RenderOptions& frame);
+  void takeOver(PF_Cmd command, Effect* effect, const PF_OutData& out);
+  void checkAfter(PF_Cmd command, const PF_OutData& out);
+  PF_Err preRender(Effect& effect, const RenderOptions& options, PF_PreRenderOutput& output);
 
   std::shared_ptr<Module> module_;
   HostOptions options_;
@@ -180,9 +188,9 @@ class Host {
   OutputCapture capture_;
   Preferences preferences_;
   ScriptEngine scripts_;
+  std::unique_ptr<HostState> state_;
   std::list<Composition> compositions_;
   std::list<Effect> effects_;
-  std::vector<PF_ParamDef> declared_;
   std::vector<InfoText> infoPanel_;
   CallRecord lastCall_;
   PF_Handle globalData_ = nullptr;

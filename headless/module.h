@@ -31,8 +31,8 @@ class Module {
   std::string name() const;
 
  private:
-  Module(std::string path, void* library, EntryPoint* entryPoint)
-      : path_(std::move(path)), library_(library), entryPoint_(entryPoint) {}
+  Module(std::string path, void* library, EntryPoint* entry)
+      : path_(std::move(path)), library_(library), entryPoint_(entry) {}
 
   std::string path_;
   void* library_;

@@ -18,8 +18,6 @@ class Preferences {
   void set(const std::string& section, const std::string& key, const std::string& value);
 
  private:
-  void save() const;
-
   std::string file_;
   std::map<std::string, std::map<std::string, std::string>> sections_;
 };

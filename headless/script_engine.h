@@ -17,6 +17,15 @@ struct WindowControl {
   std::vector<int> bounds;  // left, top, right, bottom; empty when the script gave none
 };
 
+// One thing that a window's drawing handlers drew.
+struct DrawnItem {
+  std::string kind;           // "text" or "image"
+  std::string text;           // the text, or the image's path
+  std::vector<double> place;  // x, y, and of an image width and height
+  std::string font;           // "Arial Regular 14"
+  std::vector<double> color;  // red, green, blue, alpha
+};
+
 struct DialogRecord {
   enum class Kind { kAlert, kConfirm, kOpenFile, kSelectFolder, kWindow };
   Kind kind = Kind::kAlert;
@@ -25,10 +34,10 @@ struct DialogRecord {
   std::string filter;  // of an open-file dialog
   bool errorIcon = false;
   bool noAsDefault = false;
-  std::vector<WindowControl> controls;  // of a window
-  std::vector<std::string> drawn;       // texts that a window's drawing handlers drew
-  std::vector<int> bounds;              // of a window
-  std::string answer;                   // "true", a path, a pressed button; "" for cancelled
+  std::vector<int> bounds;              // of a window, as its controls'
+  std::vector<WindowControl> controls;  // of a window, those of groups behind their group
+  std::vector<DrawnItem> drawn;         // of a window
+  std::string answer;  // "true" or "false", a path, the pressed buttons; "" for cancelled
 };
 
 struct ScriptRun {
@@ -44,12 +53,13 @@ class ScriptEngine {
   std::deque<bool> confirmAnswers;
   std::deque<std::optional<std::string>> fileAnswers;
   std::deque<std::optional<std::string>> folderAnswers;
-  std::deque<std::vector<std::string>> windowAnswers;  // texts of the buttons pressed, in order;
-                                                       // "image" clicks the drawn picture
+  // The texts of the buttons pressed in one window, in order; "image" clicks its picture.
+  std::deque<std::vector<std::string>> windowAnswers;
 
-  std::string userDataFolder;  // Folder.userData.fsName
-  std::string os = "Linux";    // $.os
-  bool networkAllowed = true;  // the preference that scripts may write files and reach the network
+  std::string userDataFolder;      // Folder.userData.fsName
+  std::string os = "Linux";        // $.os; with "Windows" in it paths get back-slashes
+  bool networkAllowed = true;      // the preference that scripts may reach the network
+  bool userAllowsNetwork = false;  // switched on when a script opens the preferences
 
   // Runs one script in a fresh engine; never throws. Keeps the run and the dialogs it showed.
   ScriptRun run(const std::string& script);
@@ -62,6 +72,8 @@ class ScriptEngine {
   void clearRecords();
 
  private:
+  friend struct ScriptCalls;
+
   std::vector<ScriptRun> runs_;
   std::vector<DialogRecord> dialogs_;
   std::vector<std::string> systemCalls_;

@@ -1,0 +1,11 @@
+#include "headless/module.h"
+
+namespace vellumtide::headless {
+
+std::string Module::name() const {
+  const size_t slash = path_.find_last_of("/\\");
+  const std::string file = slash == std::string::npos ? path_ : path_.substr(slash + 1);
+  return file.substr(0, file.rfind('.'));
+}
+
+}  // namespace vellumtide::headless

@@ -1,0 +1,61 @@
+#include "headless/scene.h"
+
+#include "headless/text.h"
+
+namespace vellumtide::headless {
+namespace {
+
+bool same(PF_RationalScale a, PF_RationalScale b) {
+  return a.num == b.num && a.den == b.den;
+}
+bool isFull(PF_RationalScale scale) {
+  return scale.num == static_cast<A_long>(scale.den);
+}
+
+}  // namespace
+
+Layer::Layer(Composition& comp, AEGP_LayerIDVal id, std::string name, World pixels)
+    : comp_(&comp), id_(id), name_(std::move(name)), pixels_(std::move(pixels)) {
+  item_ = Item{name_, {1, 1}};
+}
+
+void Layer::setPixels(World pixels) {
+  pixels_ = std::move(pixels);
+  derived_.reset();
+}
+
+World& Layer::pixelsFor(PF_PixelFormat format, PF_RationalScale downsampleX,
+                        PF_RationalScale downsampleY) {
+  const bool full = isFull(downsampleX) && isFull(downsampleY);
+  if (full && format == pixels_.format()) return pixels_;
+  if (derived_ && derived_->format == format && same(derived_->x, downsampleX) &&
+      same(derived_->y, downsampleY)) {
+    return derived_->world;
+  }
+  World world = full ? convertWorld(pixels_, format)
+                     : downsampleWorld(convertWorld(pixels_, format), downsampleX, downsampleY);
+  derived_ = Derived{format, downsampleX, downsampleY, std::move(world)};
+  return derived_->world;
+}
+
+PF_RationalScale Layer::pixelAspect() const {
+  if (!item_) return {1, 1};
+  return {item_->pixelAspect.num, item_->pixelAspect.den};
+}
+
+void Layer::addMarker(const std::string& comment, A_Time time) {
+  markers_.push_back({toUtf16(comment), time});
+}
+
+Layer& Composition::addLayer(const std::string& name, World pixels) {
+  return layers_.emplace_back(*this, nextId_++, name, std::move(pixels));
+}
+
+Layer* Composition::findLayer(AEGP_LayerIDVal id) {
+  for (Layer& layer : layers_) {
+    if (layer.id() == id) return &layer;
+  }
+  return nullptr;
+}
+
+}  // namespace vellumtide::headless
