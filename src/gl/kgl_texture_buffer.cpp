@@ -87,9 +87,12 @@ void kglTextureBuffer::record(std::uint32_t newLevel, GLenum newInternalFormat,
 }
 
 void kglTextureBuffer::specifyRecorded(const void* pixels) {
+  // GL refuses a depth image in any other pixel format than its own.
+  const bool isDepth = internalFormat == GL_DEPTH_COMPONENT;
+  const GLenum pixelFormat = isDepth ? GL_DEPTH_COMPONENT : format;
   glTexImage2D(GL_TEXTURE_2D, static_cast<GLint>(level), static_cast<GLint>(internalFormat),
                static_cast<GLsizei>(width), static_cast<GLsizei>(height),
-               static_cast<GLint>(border), format, type, pixels);
+               static_cast<GLint>(border), pixelFormat, type, pixels);
 }
 
 }  // namespace vellumtide
