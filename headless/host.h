@@ -48,10 +48,10 @@ struct HostOptions {
   bool ownGlContext = true;    // a GL context of the host's own is current during every call
   bool captureOutput = false;  // debugOutput() and standardOutput() collect what the module writes
   bool checkGuardsEveryCall = true;
-  bool checkInputPixels = true;  // a written input world is a fault; costs a pass over the pixels
-  std::string preferencesFile;   // "" keeps the preferences in memory
-  std::string userDataFolder;    // Folder.userData of scripts; "" is the system's folder for
-                                 // temporary files
+  bool checkInputPixels = true;   // a written input world is a fault; costs a pass over the pixels
+  std::string preferencesFile{};  // "" keeps the preferences in memory
+  std::string userDataFolder{};   // Folder.userData of scripts; "" is the system's folder for
+                                  // temporary files
 };
 
 // One call of PF_InfoDrawText, PF_InfoDrawText3, PF_InfoDrawText3Plus or AEGP_ReportInfo.
@@ -76,12 +76,12 @@ struct RenderOptions {
   PF_PixelFormat format = PF_PixelFormat_ARGB32;
   PF_RationalScale downsampleX{1, 1};
   PF_RationalScale downsampleY{1, 1};
-  std::optional<PF_RationalScale> pixelAspect;  // default: the layer's
-  A_long time = 0;                              // in units of 1 / timeScale seconds
+  std::optional<PF_RationalScale> pixelAspect{};  // default: the layer's
+  A_long time = 0;                                // in units of 1 / timeScale seconds
   A_long timeStep = 1;
   A_u_long timeScale = 24;
-  std::optional<PF_LRect> request;  // in downsampled pixels; default: the whole layer
-  int outputPadding = 16;           // bytes after each row of the output
+  std::optional<PF_LRect> request{};  // in downsampled pixels; default: the whole layer
+  int outputPadding = 16;             // bytes after each row of the output
   PF_Field field = PF_Field_FRAME;
   PF_ChannelMask channelMask = PF_ChannelMask_ARGB;
   World* output = nullptr;  // drawn into when its format and rectangle are those of the result
@@ -102,7 +102,7 @@ struct CallArguments {
   void* extra = nullptr;
   const RenderOptions* frame = nullptr;  // time, resolution and aspect of the in-data
   bool withInData = true;
-  std::function<void(PF_InData&, PF_OutData&)> adjust;  // the last word on both records
+  std::function<void(PF_InData&, PF_OutData&)> adjust{};  // the last word on both records
 };
 
 class Host {

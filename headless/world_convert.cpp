@@ -53,6 +53,10 @@ int scaledSize(int size, PF_RationalScale scale) {
   return static_cast<int>((size * num + den - 1) / den);
 }
 
+int scaledOrigin(int at, PF_RationalScale scale) {
+  return static_cast<int>(std::floor(static_cast<double>(at) * scale.num / scale.den));
+}
+
 // Where a coordinate of the new picture lies in the old one.
 int64_t sourceOf(int64_t at, PF_RationalScale scale) {
   return at * scale.den / scale.num;
@@ -97,8 +101,8 @@ World downsampleWorld(const World& world, PF_RationalScale x, PF_RationalScale y
     throw std::invalid_argument("a downsample factor that is not above 0");
   }
   WorldLayout layout = world.layout();
-  layout.originX = scaledSize(layout.originX, x);
-  layout.originY = scaledSize(layout.originY, y);
+  layout.originX = scaledOrigin(layout.originX, x);
+  layout.originY = scaledOrigin(layout.originY, y);
   World small(scaledSize(world.width(), x), scaledSize(world.height(), y), world.format(), layout);
   std::vector<float> channels, row(static_cast<size_t>(small.width()) * 4);
   for (int newY = 0; newY < small.height(); ++newY) {

@@ -1,0 +1,58 @@
+// What the subject module does wrong on request: the command number says which.
+#pragma once
+
+namespace vellumtide {
+
+enum Misdeed {
+  kLeakHandle = 1000,
+  kFreeTwice,
+  kFreeUnknown,
+  kFreeByWrongFamily,
+  kUnlockUnlocked,
+  kFreeLocked,
+  kWriteBehind,
+  kWriteBefore,
+  kWriteFreed,
+  kChangeHandleCell,
+  kResizeGlobalData,
+  kLeakMemHandle,
+  kLeakBlock,
+  kForgetParam,
+  kCheckinTwice,
+  kCheckoutNoSuchParam,
+  kForeignEffectRef,
+  kKeepSuite,
+  kReleaseUnacquired,
+  kAskUnknownSuite,
+  kAskUnknownVersion,
+  kCallUnusedSlot,
+  kCallUnusedCallback,
+  kUpdateParamZero,
+  kLeakStream,
+  kLeakStreamValue,
+  kLeakEffectRef,
+  kDisposeStreamTwice,
+  kDisposeValueTwice,
+  kUnknownLayer,
+  kUnknownWorld,
+  kForeignPluginId,
+  kSetWildValue,
+  kAddParamLate,
+  kCheckoutLayerLate,
+  kChangeGlContext,
+  kDropGlContext,
+  kThrow,
+  kDeadSequenceData,
+  kSayThings,
+  // In place of what the named command does.
+  kCheckoutInPanelUpdate,
+  kWriteInputPixels,
+  kWriteRowPadding,
+  kWriteBehindWorld,
+  kPixelsTwice,
+  kWrongOutFlags,
+  kWrongParamCount,
+  kResultOutsideRequest,
+};
+
+}  // namespace vellumtide
