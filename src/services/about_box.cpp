@@ -26,10 +26,11 @@ void drawDriverLines(PF_InData* in_data, const DriverStrings& driver) {
 std::string aboutScript(const std::string& workingFolder) {
   const std::string title = kProductTitle;
   // The folder is the only text from outside; a Windows path is full of back-slashes.
+  const std::string picture = workingFolder + "/" + title + "/" + kSplashName;
   return "g_title = \"" + title + "\";\n" + "g_version_info = \"" + title + " " + kProductVersion +
-         " (c) " + kProductYear + " " + kProductMaker + "\";\n" + "g_img_path =\"" +
-         escapeScriptString(workingFolder) + "/" + title + "/" + kSplashName + "\";\n" +
-         "g_URL = \"" + kProductPage + "\";\n" + kAboutDialogScript;
+         " (c) " + kProductYear + " " + kProductMaker + "\";\n" +
+         "g_img_path =" + scriptLiteral(picture) + ";\n" + "g_URL = \"" + kProductPage + "\";\n" +
+         kAboutDialogScript;
 }
 
 }  // namespace

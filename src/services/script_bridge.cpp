@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "core/command_scope.h"
+#include "core/utf.h"
 #include "services/aeo/memory.h"
 #include "services/basic_suite.h"
 
@@ -19,10 +20,6 @@ void copyWhenGiven(const AEO::Memory& memory, std::string& text) {
   if (auto given = memory.text()) text = std::move(*given);
 }
 
-std::string quoted(std::string_view text) {
-  return '"' + escapeScriptString(text.substr(0, text.find('\0'))) + '"';
-}
-
 const char* truth(bool value) {
   return value ? "true" : "false";
 }
@@ -34,13 +31,14 @@ std::string answerOf(PF_InData* in_data, const std::string& script) {
 }
 
 std::string openFileScript(std::string_view prompt, std::string_view filter) {
-  std::string script = "function main(){var file = File.openDialog(" + quoted(prompt) + ",\"";
+  std::string script =
+      "function main(){var file = File.openDialog(" + scriptLiteral(prompt) + ",\"";
   script += filter.substr(0, filter.find('\0'));
   return script + "\");if(file != null){return file.fsName;}else{return \"\";}}main();";
 }
 
 std::string selectFolderScript(std::string_view prompt) {
-  return "function main(){var folder = Folder.selectDialog(" + quoted(prompt) +
+  return "function main(){var folder = Folder.selectDialog(" + scriptLiteral(prompt) +
          "); if(folder != null){return folder.fsName;}else{return \"\";}}main();";
 }
 
@@ -126,15 +124,23 @@ std::string escapeScriptString(std::string_view text) {
   return escaped;
 }
 
+std::string scriptLiteral(std::string_view text) {
+  std::u16string units = toUtf16(text).units;
+  units.resize(std::min(units.size(), units.find(u'\0')));
+  std::replace(units.begin(), units.end(), u'\u2028', u'\n');
+  std::replace(units.begin(), units.end(), u'\u2029', u'\n');
+  return '"' + escapeScriptString(toUtf8(units)) + '"';
+}
+
 void alert(PF_InData* in_data, std::string_view message, std::string_view title, bool errorIcon) {
-  executeScript(in_data,
-                "alert(" + quoted(message) + ',' + quoted(title) + ',' + truth(errorIcon) + ");");
+  executeScript(in_data, "alert(" + scriptLiteral(message) + ',' + scriptLiteral(title) + ',' +
+                             truth(errorIcon) + ");");
 }
 
 bool confirm(PF_InData* in_data, std::string_view title, std::string_view message,
              bool noAsDefault) {
-  return answerOf(in_data, "confirm(" + quoted(message) + ',' + truth(noAsDefault) + ',' +
-                               quoted(title) + ");") == "true";
+  return answerOf(in_data, "confirm(" + scriptLiteral(message) + ',' + truth(noAsDefault) + ',' +
+                               scriptLiteral(title) + ");") == "true";
 }
 
 bool openFileDialog(PF_InData* in_data, std::string_view prompt, std::string_view filter,

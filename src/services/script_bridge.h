@@ -22,8 +22,13 @@ PF_Err executeScript(PF_InData* in_data, const std::string& script, std::string&
 // escape of their own, zero bytes among them, stay as they are.
 std::string escapeScriptString(std::string_view text);
 
-// The dialogs end every text at its first zero byte, since the host would end the whole script
-// there. A script that fails reads as "no", an empty path or 0.
+// The text as a script's string, quotes included, of which a dialog is certain to show something:
+// it ends at its first zero byte, as the whole script would, bytes that are not UTF-8 are dropped
+// and the line separators U+2028 and U+2029 become line feeds, since scripts with them do not run.
+std::string scriptLiteral(std::string_view text);
+
+// The dialogs below put every text into their script as such a literal. A script that fails reads
+// as "no", an empty path or 0.
 
 void alert(PF_InData* in_data, std::string_view message, std::string_view title,
            bool errorIcon = false);

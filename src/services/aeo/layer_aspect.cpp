@@ -8,8 +8,9 @@
 namespace vellumtide {
 namespace {
 
-// The layer with an id in the composition of the effect's own layer.
+// The layer with an id in the composition of the effect's own layer; 0 stands for none.
 AEGP_LayerH siblingLayer(PF_InData* in_data, AEGP_LayerIDVal id) {
+  if (id == 0) return nullptr;
   const AEGP_LayerH own = AEO::effectLayer(in_data);
   const ScopedSuite<AEGP_LayerSuite5> layers(basicSuiteOf(in_data));
   AEGP_CompH composition = nullptr;
