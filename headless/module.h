@@ -20,6 +20,8 @@ class Module {
   // Loads the file (UTF-8 path; symbols resolved at once and kept to itself) and finds
   // EntryPointFunc. Throws ModuleError.
   static std::shared_ptr<Module> load(const std::string& path);
+  // A module that is part of the running program.
+  static std::shared_ptr<Module> inProcess(EntryPoint* entryPoint);
   // Unloads the file.
   ~Module();
   Module(const Module&) = delete;

@@ -27,7 +27,7 @@ std::shared_ptr<Module> Module::load(const std::string& path) {
 }
 
 Module::~Module() {
-  dlclose(library_);
+  if (library_) dlclose(library_);
 }
 
 std::string defaultModulePath() {

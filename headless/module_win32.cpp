@@ -42,7 +42,7 @@ std::shared_ptr<Module> Module::load(const std::string& path) {
 }
 
 Module::~Module() {
-  FreeLibrary(static_cast<HMODULE>(library_));
+  if (library_) FreeLibrary(static_cast<HMODULE>(library_));
 }
 
 std::string defaultModulePath() {
