@@ -94,8 +94,8 @@ class Scanner {
   bool takeElement() {
     advance(1);
     skipSpace();
-    if (!takeName()) return false;
     extent_.depth = std::max(extent_.depth, depth_ + 1);
+    if (!takeName()) return false;
     for (std::size_t attributes = 0;;) {
       skipSpace();
       if (startsWith("/>")) return advance(2), true;
