@@ -11,9 +11,13 @@
 
 namespace vellumtide {
 
-// A window device that goes away with its owner.
+// A window device that goes away with its owner. Making one leaves the host's context current.
 struct OwnedDevice : WindowDevice {
-  OwnedDevice() { createWindowDevice(window, deviceContext, renderContext); }
+  OwnedDevice() {
+    const SavedCurrentContext saved = saveCurrentContext();
+    createWindowDevice(window, deviceContext, renderContext);
+    restoreCurrentContext(saved);
+  }
   ~OwnedDevice() { destroyWindowDevice(window, deviceContext, renderContext); }
   OwnedDevice(const OwnedDevice&) = delete;
   OwnedDevice& operator=(const OwnedDevice&) = delete;
