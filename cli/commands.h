@@ -7,6 +7,7 @@
 
 namespace vellumtide::cli {
 
+void addRenderCommand(CLI::App& app);
 void addInspectCommand(CLI::App& app);
 void addGlslCommand(CLI::App& app);
 

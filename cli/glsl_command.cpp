@@ -1,3 +1,4 @@
+#include <climits>
 #include <memory>
 
 #include "cli/commands.h"
@@ -72,7 +73,7 @@ void addGlslCommand(CLI::App& app) {
   command
       ->add_option("--order", options->order,
                    "channel order of the pixels, 0 to 23; above that no swizzle is written")
-      ->check(CLI::NonNegativeNumber)
+      ->check(CLI::Range(0, INT_MAX))
       ->capture_default_str();
   command->callback([options] { printGlsl(*options); });
 }

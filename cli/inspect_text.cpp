@@ -100,7 +100,7 @@ std::string entryText(const std::string& entries, int index) {
 
 std::string defaultText(const pbParameter& parameter) {
   const RelativePoint& relative = parameter.aePointRelativeDefaultValue;
-  if (controlNeed(parameter).bank == Bank::Point && relative.isSet) {
+  if (!parameter.defaultValue.isSet && relative.isSet) {
     return number(relative.x * 100) + "%," + number(relative.y * 100) + "%";
   }
   if (controlNeed(parameter).bank == Bank::Popup && parameter.defaultValue.isSet) {

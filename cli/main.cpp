@@ -12,6 +12,13 @@ int report(const std::string& message, ExitStatus status) {
   return static_cast<int>(status);
 }
 
+bool hasCommand(const CLI::App& app, std::string_view name) {
+  for (const CLI::App* command : app.get_subcommands([](const CLI::App*) { return true; })) {
+    if (command->get_name() == name) return true;
+  }
+  return false;
+}
+
 int run(int argc, char** argv) {
   CLI::App app("Runs Pixel Bender kernels and graphs on the graphics card.", "vellumtide");
   app.set_version_flag("--version", "vellumtide " VELLUMTIDE_VERSION);
@@ -20,8 +27,13 @@ int run(int argc, char** argv) {
       "vellumtide COMMAND --help tells more. Exit status: 0 done, 1 a frame or something\n"
       "else failed, 2 wrong usage, 3 the program cannot be loaded or does not build,\n"
       "4 an image cannot be read or written, 5 no usable GL device.");
+  addRenderCommand(app);
   addInspectCommand(app);
   addGlslCommand(app);
+  if (argc > 1 && argv[1][0] != '-' && !hasCommand(app, argv[1])) {
+    return report("there is no command " + std::string(argv[1]) + " (see --help)",
+                  ExitStatus::Usage);
+  }
   try {
     app.parse(argc, argv);
   } catch (const CLI::ParseError& error) {

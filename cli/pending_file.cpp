@@ -42,8 +42,10 @@ PendingFile::PendingFile(const std::filesystem::path& target) : target_(resolved
   char token[16];
   std::snprintf(token, sizeof token, ".%08x", std::random_device{}());
   // The extension stays last, because it decides the format.
+  std::string name = ".";
+  name += target_.stem().string() + token + target_.extension().string();
   path_ = target_;
-  path_.replace_filename("." + target_.stem().string() + token + target_.extension().string());
+  path_.replace_filename(name);
   watch(path_);
 }
 

@@ -1,0 +1,33 @@
+// Frames done, frames to go, on standard error.
+#pragma once
+
+#include <chrono>
+#include <cstddef>
+#include <string>
+
+namespace vellumtide::cli {
+
+// Whether a person looks at standard error.
+bool standardErrorIsTerminal();
+
+class Progress {
+ public:
+  // Writes nothing when `shown` is false. On a terminal one line is rewritten, elsewhere each
+  // frame gets a line.
+  Progress(std::size_t total, bool shown);
+  ~Progress();
+
+  void frameDone(const std::string& name);
+  // Moves off the line that is being rewritten, so that a message can be written.
+  void breakLine();
+
+ private:
+  std::size_t total_;
+  std::size_t done_ = 0;
+  bool shown_;
+  bool terminal_;
+  bool midLine_ = false;
+  std::chrono::steady_clock::time_point start_ = std::chrono::steady_clock::now();
+};
+
+}  // namespace vellumtide::cli

@@ -1,0 +1,105 @@
+#include <memory>
+
+#include "cli/commands.h"
+#include "cli/failure.h"
+#include "cli/frame_sequence.h"
+#include "cli/number_text.h"
+#include "cli/render_job.h"
+
+namespace vellumtide::cli {
+namespace {
+
+// Texts as typed, before they are understood.
+struct RenderTexts {
+  std::string size, frames, fps, aspect, sampleType;
+  int depth = 0;
+};
+
+[[noreturn]] void failUsage(const std::string& message) {
+  throw Failure(ExitStatus::Usage, message);
+}
+
+PF_RationalScale ratioOption(const char* option, const std::string& text) {
+  const std::optional<PF_RationalScale> ratio = parseRatio(text);
+  if (!ratio) failUsage(std::string(option) + " " + text + ": expected a positive number or A/B");
+  return *ratio;
+}
+
+void readSize(const std::string& text, RenderJob& job) {
+  const std::size_t x = text.find('x');
+  const double width = parseNumber(text.substr(0, x)).value_or(0);
+  const double height = x == std::string::npos ? 0 : parseNumber(text.substr(x + 1)).value_or(0);
+  const auto isSide = [](double side) { return side >= 1 && side == static_cast<int>(side); };
+  if (isTooLarge(width, height, 4) || !isSide(width) || !isSide(height)) {
+    failUsage("--size " + text + ": expected WIDTHxHEIGHT, each from 1 to " +
+              std::to_string(kLargestSide));
+  }
+  job.width = static_cast<int>(width);
+  job.height = static_cast<int>(height);
+}
+
+void understand(const RenderTexts& texts, RenderJob& job) {
+  if (!texts.size.empty()) readSize(texts.size, job);
+  if (!texts.size.empty() && !job.inputs.empty())
+    failUsage("--size: the input image gives the size");
+  if (!texts.fps.empty()) job.framesPerSecond = ratioOption("--fps", texts.fps);
+  if (!texts.aspect.empty()) job.pixelAspect = ratioOption("--pixel-aspect", texts.aspect);
+  if (texts.depth != 0) job.depth = texts.depth;
+  for (SampleType type :
+       {SampleType::UInt8, SampleType::UInt16, SampleType::Half, SampleType::Float}) {
+    if (texts.sampleType == name(type)) job.sampleType = type;
+  }
+  if (!texts.frames.empty()) job.frames = parseFrames(texts.frames);
+  if (job.frames.size() > 1 && !isNumbered(job.output)) {
+    failUsage("-o " + job.output + ": the name needs a place for the frame number, such as %04d");
+  }
+  checkWritable(
+      job.frames.empty() ? std::filesystem::path(job.output) : frameName(job.output, job.frames[0]),
+      {job.sampleType, false, job.dropAlpha});
+}
+
+}  // namespace
+
+void addRenderCommand(CLI::App& app) {
+  CLI::App* command = app.add_subcommand("render", "Render images through a kernel or a graph");
+  const auto job = std::make_shared<RenderJob>();
+  const auto texts = std::make_shared<RenderTexts>();
+  command->add_option("PROGRAM", job->program, "kernel (.pbk) or graph (.pbg)")->required();
+  command
+      ->add_option(
+          "-i,--input", job->inputs,
+          "image for the program's next input: PNG, TIFF or OpenEXR; give -i up to four times")
+      ->allow_extra_args(false);
+  command->add_option("--size", texts->size, "WxH of a transparent layer, instead of an image");
+  command->add_option("-o,--output", job->output, "file to write: .png, .tif or .exr")->required();
+  command
+      ->add_option(
+          "-p,--set", job->settings,
+          "NAME=VALUE: set the control labelled NAME (see inspect) to a number, true, x,y, "
+          "#rrggbb, an entry of a pop-up, or a,b,c for a vector")
+      ->allow_extra_args(false);
+  command
+      ->add_option("--depth", texts->depth, "bits a channel to render with (default: the input's)")
+      ->check(CLI::IsMember({8, 16, 32}));
+  command
+      ->add_option("--sample-type", texts->sampleType,
+                   "samples of the file written (default: by depth)")
+      ->check(CLI::IsMember({"uint8", "uint16", "half", "float"}));
+  command->add_flag("--no-alpha", job->dropAlpha, "write red, green and blue only");
+  command->add_option("--downsample", job->downsample, "render at 1/N of the resolution")
+      ->check(CLI::Range(1, 64));
+  command->add_option("--pixel-aspect", texts->aspect,
+                      "width of a pixel over its height, as 10/11 or 0.909");
+  command->add_option("--frames", texts->frames,
+                      "render a sequence: 1-100, 1-99x2 or 3,5,10-20; the names hold %04d or ####");
+  command->add_option("--fps", texts->fps, "frames a second, as 25 or 30000/1001 (default: 24)");
+  command->add_flag("--stop-on-error", job->stopOnError, "end at the first frame that fails");
+  command->add_flag("--progress", job->showProgress, "report each frame even when nobody looks");
+  command->add_option("--module", job->module, "the effect module to use");
+  command->callback([job, texts] {
+    understand(*texts, *job);
+    runRenderJob(*job);
+  });
+}
+
+}  // namespace vellumtide::cli

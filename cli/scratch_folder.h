@@ -1,0 +1,22 @@
+#pragma once
+
+#include <filesystem>
+
+namespace vellumtide::cli {
+
+// An empty folder among the system's temporary files, removed with all it holds.
+class ScratchFolder {
+ public:
+  // Throws filesystem_error when none can be made.
+  ScratchFolder();
+  ScratchFolder(const ScratchFolder&) = delete;
+  ScratchFolder& operator=(const ScratchFolder&) = delete;
+  ~ScratchFolder();
+
+  const std::filesystem::path& path() const { return path_; }
+
+ private:
+  std::filesystem::path path_;
+};
+
+}  // namespace vellumtide::cli
