@@ -30,6 +30,10 @@ function(vellumtide_rules target)
   else()
     target_compile_options(${target} PRIVATE -Wall -Wextra -Wshadow
                            $<$<BOOL:${VELLUMTIDE_WERROR}>:-Werror>)
+    # GCC 12 sees overlapping copies in every "literal" + std::string.
+    if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU" AND CMAKE_CXX_COMPILER_VERSION VERSION_LESS 13)
+      target_compile_options(${target} PRIVATE -Wno-restrict)
+    endif()
   endif()
 endfunction()
 
