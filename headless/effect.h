@@ -47,6 +47,8 @@ class Effect {
   std::string title;
   std::string optionsButton;  // "" unless the module named it
 
+  std::string program;  // the program's path as the caller knows it; only projects use it
+
   PF_Handle sequenceData = nullptr;
   bool flat = false;  // sequenceData holds flattened data
 

@@ -1,5 +1,8 @@
 #include "headless/scene.h"
 
+#include <algorithm>
+#include <stdexcept>
+
 #include "headless/text.h"
 
 namespace vellumtide::headless {
@@ -16,7 +19,7 @@ bool isFull(PF_RationalScale scale) {
 
 Layer::Layer(Composition& comp, AEGP_LayerIDVal id, std::string name, World pixels)
     : comp_(&comp), id_(id), name_(std::move(name)), pixels_(std::move(pixels)) {
-  item_ = Item{name_, {1, 1}};
+  item_ = Item{name_, {1, 1}, ""};
 }
 
 void Layer::setPixels(World pixels) {
@@ -48,7 +51,15 @@ void Layer::addMarker(const std::string& comment, A_Time time) {
 }
 
 Layer& Composition::addLayer(const std::string& name, World pixels) {
-  return layers_.emplace_back(*this, nextId_++, name, std::move(pixels));
+  return addLayer(nextId_, name, std::move(pixels));
+}
+
+Layer& Composition::addLayer(AEGP_LayerIDVal id, const std::string& name, World pixels) {
+  if (id <= 0 || findLayer(id)) {
+    throw std::invalid_argument("layer id " + std::to_string(id) + " cannot be used");
+  }
+  nextId_ = std::max(nextId_, id + 1);
+  return layers_.emplace_back(*this, id, name, std::move(pixels));
 }
 
 Layer* Composition::findLayer(AEGP_LayerIDVal id) {

@@ -14,6 +14,7 @@ namespace vellumtide::headless {
 struct Item {
   std::string name;
   A_Ratio pixelAspect{1, 1};
+  std::string file;  // where the pixels came from, "" for none; only projects use it
 };
 
 struct Marker {
@@ -73,6 +74,8 @@ class Composition {
   const std::string& name() const { return name_; }
   // Layers stay where they are; ids count from 1 and are not used again.
   Layer& addLayer(const std::string& name, World pixels);
+  // The same with an id of one's own; throws std::invalid_argument when it is 0 or below or taken.
+  Layer& addLayer(AEGP_LayerIDVal id, const std::string& name, World pixels);
   Layer* findLayer(AEGP_LayerIDVal id);
   std::list<Layer>& layers() { return layers_; }
 
