@@ -1,7 +1,7 @@
 #include "cli/driver_log.h"
 
 #include <fstream>
-#include <iterator>
+#include <string>
 
 #include "cli/scratch_folder.h"
 
@@ -12,15 +12,18 @@ std::string exportDriverLog(headless::Host& host, headless::Effect& effect) {
   headless::ScriptEngine& scripts = host.scripts();
   scripts.confirmAnswers.push_back(true);
   scripts.folderAnswers.push_back(folder.path().string());
-  host.doDialog(effect);
+  // The information dialog exports too, but only for a program that is usable.
+  host.about(&effect);
   scripts.confirmAnswers.clear();
   scripts.folderAnswers.clear();
 
   std::ifstream file(folder.path() / "Vellumtide_error_log.txt", std::ios::binary);
-  std::string text{std::istreambuf_iterator<char>(file), {}};
-  // The first line names a platform, always the same.
-  const std::size_t firstEnd = text.find('\n');
-  return firstEnd == std::string::npos ? "" : text.substr(firstEnd + 1);
+  std::string text, line;
+  std::getline(file, line);  // names a platform, always the same
+  while (std::getline(file, line)) {
+    if (!line.empty()) text += line + "\n";
+  }
+  return text;
 }
 
 }  // namespace vellumtide::cli

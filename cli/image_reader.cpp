@@ -7,18 +7,13 @@
 #include <memory>
 #include <string_view>
 
-#include "cli/failure.h"
-#include "cli/image_file.h"
+#include "cli/image_format.h"
 #include "cli/sample_math.h"
 
 namespace vellumtide::cli {
 namespace {
 
 namespace fs = std::filesystem;
-
-[[noreturn]] void fail(const fs::path& path, const std::string& reason) {
-  throw Failure(ExitStatus::Image, path.string() + ": " + reason);
-}
 
 std::string firstLine(const std::string& text) {
   return text.substr(0, text.find('\n'));
@@ -102,20 +97,6 @@ Rectangle frameOf(const OIIO::ImageInput& input) {
   return {spec.x, spec.y, spec.width, spec.height};
 }
 
-void checkSize(const fs::path& path, const OIIO::ImageSpec& spec, const Rectangle& frame) {
-  if (spec.deep || spec.depth > 1) fail(path, "deep images and volumes cannot be rendered");
-  const std::string size = std::to_string(frame.width) + " x " + std::to_string(frame.height);
-  if (spec.width <= 0 || spec.height <= 0 || frame.width <= 0 || frame.height <= 0) {
-    fail(path, "the image has no pixels (" + size + ")");
-  }
-  if (isTooLarge(frame.width, frame.height, 4) ||
-      isTooLarge(spec.width, spec.height, spec.nchannels)) {
-    fail(path, "the image is too large (" + size + "; at most " + std::to_string(kLargestSide) +
-                   " pixels a side and " + std::to_string(kLargestImageBytes >> 30) +
-                   " GiB in memory)");
-  }
-}
-
 SampleType sampleTypeOf(const OIIO::TypeDesc& format) {
   switch (format.basetype) {
     case OIIO::TypeDesc::UINT8:
@@ -144,32 +125,26 @@ void readPixels(OIIO::ImageInput& input, const fs::path& path, const Rectangle& 
   std::vector<T> raw(std::size_t(places.stride()) * spec.width * spec.height);
   if (!input.read_image(0, 0, places.first(), places.end(), OIIO::BaseTypeFromC<T>::value,
                         raw.data())) {
-    fail(path, "cannot be read: " + firstLine(input.geterror()));
+    failImage(path, "cannot be read: " + firstLine(input.geterror()));
   }
   placeInFrame(raw, places, {spec.x, spec.y, spec.width, spec.height}, frame, associated, world);
 }
 
 }  // namespace
 
-bool isTooLarge(double width, double height, double channels) {
-  return std::max(width, height) > kLargestSide ||
-         width * height * channels * sizeof(float) > static_cast<double>(kLargestImageBytes);
-}
-
 ImageFile readImageFile(const fs::path& path) {
-  std::error_code ignored;
-  const fs::file_status status = fs::status(path, ignored);
-  if (!fs::exists(status)) fail(path, "there is no such file");
-  if (fs::is_directory(status)) fail(path, "is a folder, not an image");
+  checkReadable(path);
 
   OIIO::ImageSpec hints;
   hints.attribute("oiio:UnassociatedAlpha", 1);
   const std::unique_ptr<OIIO::ImageInput> input = OIIO::ImageInput::open(path.string(), &hints);
-  if (!input) fail(path, "cannot be read as an image: " + firstLine(OIIO::geterror()));
+  if (!input) failImage(path, "cannot be read as an image: " + firstLine(OIIO::geterror()));
 
   const OIIO::ImageSpec& spec = input->spec();
   const Rectangle frame = frameOf(*input);
-  checkSize(path, spec, frame);
+  if (spec.deep || spec.depth > 1) failImage(path, "deep images and volumes cannot be rendered");
+  checkSize(path, spec.width, spec.height, spec.nchannels);
+  checkSize(path, frame.width, frame.height, 4);
 
   ImageFile file;
   file.sampleType = sampleTypeOf(spec.format);

@@ -1,11 +1,8 @@
 #include <OpenImageIO/imageio.h>
 
-#include <algorithm>
-#include <cctype>
 #include <memory>
 
-#include "cli/failure.h"
-#include "cli/image_file.h"
+#include "cli/image_format.h"
 #include "cli/pending_file.h"
 #include "cli/sample_math.h"
 
@@ -14,22 +11,7 @@ namespace {
 
 namespace fs = std::filesystem;
 
-[[noreturn]] void fail(const fs::path& path, const std::string& reason) {
-  throw Failure(ExitStatus::Image, path.string() + ": " + reason);
-}
-
-enum class StraightAlpha { Never, OnRequest, Always };
-
-// What a format can hold, and the sample type it gets for each depth.
-struct Format {
-  const char* name;
-  std::vector<const char*> extensions;
-  std::vector<SampleType> types;
-  SampleType for8, for16, for32;
-  StraightAlpha straightAlpha;
-};
-
-const Format kFormats[] = {
+const ImageFormat kFormats[] = {
     {"PNG",
      {".png"},
      {SampleType::UInt8, SampleType::UInt16},
@@ -52,35 +34,6 @@ const Format kFormats[] = {
      SampleType::Float,
      StraightAlpha::Never},
 };
-
-const Format& formatOf(const fs::path& path) {
-  std::string extension = path.extension().string();
-  std::transform(extension.begin(), extension.end(), extension.begin(),
-                 [](unsigned char c) { return static_cast<char>(std::tolower(c)); });
-  for (const Format& format : kFormats) {
-    for (const char* candidate : format.extensions) {
-      if (extension == candidate) return format;
-    }
-  }
-  fail(path, "cannot be written: the name has to end in .png, .tif, .tiff or .exr");
-}
-
-SampleType chosenType(const fs::path& path, PF_PixelFormat pixels, const WriteOptions& options) {
-  const Format& format = formatOf(path);
-  if (!options.sampleType) {
-    if (pixels == PF_PixelFormat_ARGB64) return format.for16;
-    return pixels == PF_PixelFormat_ARGB128 ? format.for32 : format.for8;
-  }
-  const SampleType type = *options.sampleType;
-  if (std::count(format.types.begin(), format.types.end(), type) == 0) {
-    std::string known;
-    for (SampleType t : format.types)
-      known += (known.empty() ? "" : " or ") + std::string(name(t));
-    fail(path, std::string(format.name) + " files hold " + known + " samples, not " +
-                   std::string(name(type)));
-  }
-  return type;
-}
 
 // From is the sample type of the buffer, To of the file.
 template <typename From, typename To>
@@ -131,28 +84,15 @@ std::string reasonOf(std::string message, const PendingFile& pending, const fs::
 
 }  // namespace
 
-std::string_view name(SampleType type) {
-  constexpr std::string_view kNames[] = {"uint8", "uint16", "half", "float"};
-  return kNames[static_cast<int>(type)];
-}
-
-void checkWritable(const fs::path& path, const WriteOptions& options) {
-  chosenType(path, PF_PixelFormat_ARGB32, options);
-  std::error_code ignored;
-  const fs::path folder = path.has_parent_path() ? path.parent_path() : fs::path(".");
-  if (!fs::is_directory(folder, ignored)) {
-    fail(path, "cannot be written: there is no folder " + folder.string());
-  }
-  if (fs::exists(path, ignored) && !fs::is_regular_file(path, ignored)) {
-    fail(path, "cannot be written: it exists and is not a file");
-  }
+std::span<const ImageFormat> writtenFormats() {
+  return kFormats;
 }
 
 void writeImageFile(const fs::path& path, const headless::World& pixels, double pixelAspect,
                     const WriteOptions& options) {
   checkWritable(path, options);
-  const Format& format = formatOf(path);
-  const SampleType type = chosenType(path, pixels.format(), options);
+  const ImageFormat& format = formatOf(path);
+  const SampleType type = writtenType(path, pixels.format(), options);
   const bool straight = format.straightAlpha == StraightAlpha::Always ||
                         (format.straightAlpha == StraightAlpha::OnRequest && options.straightAlpha);
 
@@ -164,18 +104,18 @@ void writeImageFile(const fs::path& path, const headless::World& pixels, double 
   if (straight) spec.attribute("oiio:UnassociatedAlpha", 1);
   const std::unique_ptr<OIIO::ImageOutput> output = OIIO::ImageOutput::create(path.string());
   if (!output || !output->open(pending.path().string(), spec)) {
-    fail(path, reasonOf(output ? output->geterror() : OIIO::geterror(), pending, path));
+    failImage(path, reasonOf(output ? output->geterror() : OIIO::geterror(), pending, path));
   }
   const bool associate = !straight && !options.dropAlpha;
   const bool written =
       type == SampleType::UInt8    ? writePixels<std::uint8_t>(*output, pixels, associate)
       : type == SampleType::UInt16 ? writePixels<std::uint16_t>(*output, pixels, associate)
                                    : writePixels<float>(*output, pixels, associate);
-  if (!written || !output->close()) fail(path, reasonOf(output->geterror(), pending, path));
+  if (!written || !output->close()) failImage(path, reasonOf(output->geterror(), pending, path));
   try {
     pending.commit();
   } catch (const fs::filesystem_error& error) {
-    fail(path, "cannot be written: " + error.code().message());
+    failImage(path, "cannot be written: " + error.code().message());
   }
 }
 

@@ -6,6 +6,7 @@
 #include <limits>
 
 #include "cli/control_panel.h"
+#include "cli/device_limits.h"
 #include "cli/failure.h"
 #include "cli/frame_sequence.h"
 #include "cli/module_file.h"
@@ -71,6 +72,20 @@ FrameInput readInputs(const RenderJob& job, int frame) {
   return result;
 }
 
+// A texture that the device refuses would leave the picture empty without a word.
+void checkDeviceSize(const RenderJob& job, const FrameInput& input) {
+  for (const LayerPicture& picture : input.pictures) {
+    const int width = (picture.pixels.width() + job.downsample - 1) / job.downsample;
+    const int height = (picture.pixels.height() + job.downsample - 1) / job.downsample;
+    if (deviceTakes(width, height, input.format)) continue;
+    throw Failure(ExitStatus::Image,
+                  "a picture of " + std::to_string(width) + " x " + std::to_string(height) +
+                      " pixels at depth " +
+                      std::to_string(headless::depthOfPixelFormat(input.format)) +
+                      " is too large for this GL device");
+  }
+}
+
 headless::RenderOptions renderOptions(const RenderJob& job, PF_PixelFormat format, int frame) {
   headless::RenderOptions options;
   options.format = format;
@@ -99,6 +114,7 @@ class Renderer {
         job_.frames.empty() ? fs::path(job_.output) : frameName(job_.output, frame);
     FrameInput input = readInputs(job_, frame);
     checkWritable(output, input.write);
+    checkDeviceSize(job_, input);
     const PF_RationalScale aspect = input.pictures.front().pixelAspect;
     if (!session_) {
       start(std::move(input.pictures));

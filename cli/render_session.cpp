@@ -78,21 +78,21 @@ void RenderSession::checkDevice() {
 }
 
 void RenderSession::checkProgram(const std::string& programPath) {
-  const std::vector<std::string> lines = infoLines(*host_);
-  if (effect_->title.find(kUnusableTitle) != std::string::npos) {
-    std::string reasons;
-    for (const std::string& line : lines)
-      reasons += "\n  " + line;
-    throw Failure(ExitStatus::Program,
-                  programPath + ": the module cannot use this program" + reasons);
+  std::string broken, reasons;
+  for (const std::string& line : infoLines(*host_)) {
+    const bool isBuildFailure = line.starts_with("!!!");
+    (isBuildFailure ? broken : reasons) += "\n  " + line.substr(isBuildFailure ? 3 : 0);
   }
-  std::string failed;
-  for (const std::string& line : lines) {
-    if (line.starts_with("!!!")) failed += "\n  " + line.substr(3);
+  const bool unusable = effect_->title.find(kUnusableTitle) != std::string::npos;
+  if (!unusable && broken.empty()) return;
+  std::string message;
+  if (unusable) message = "the module cannot use this program" + reasons;
+  if (!broken.empty()) {
+    message += std::string(unusable ? "\n" : "") + "the shaders do not build:" + broken + "\n";
+    message += exportDriverLog(*host_, *effect_);
+    message += "Lines are counted in the text that \"vellumtide glsl\" prints.";
   }
-  if (failed.empty()) return;
-  throw Failure(ExitStatus::Program, programPath + ": the shaders do not build:" + failed + "\n" +
-                                         exportDriverLog(*host_, *effect_));
+  throw Failure(ExitStatus::Program, programPath + ": " + message);
 }
 
 void RenderSession::setPictures(std::vector<LayerPicture> pictures) {

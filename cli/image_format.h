@@ -1,0 +1,41 @@
+// What the two ends of the image files share: the formats, their limits, and how a failure reads.
+#pragma once
+
+#include <span>
+#include <string>
+#include <vector>
+
+#include "cli/image_file.h"
+
+namespace vellumtide::cli {
+
+enum class StraightAlpha { Never, OnRequest, Always };
+
+// What a format can hold, and the sample type it gets for each depth.
+struct ImageFormat {
+  const char* name;
+  std::vector<const char*> extensions;
+  std::vector<SampleType> types;
+  SampleType for8, for16, for32;
+  StraightAlpha straightAlpha;
+};
+
+// The formats that this build's image library writes.
+std::span<const ImageFormat> writtenFormats();
+
+// The format that the path's extension stands for; a Failure when there is none.
+const ImageFormat& formatOf(const std::filesystem::path& path);
+
+// The sample type of the file; a Failure when the format cannot hold what the options want.
+SampleType writtenType(const std::filesystem::path& path, PF_PixelFormat pixels,
+                       const WriteOptions& options);
+
+[[noreturn]] void failImage(const std::filesystem::path& path, const std::string& reason);
+
+// A Failure when there is no file, or when it is a folder.
+void checkReadable(const std::filesystem::path& path);
+
+// A Failure unless the picture has pixels and stays within the limits.
+void checkSize(const std::filesystem::path& path, int width, int height, int channels);
+
+}  // namespace vellumtide::cli

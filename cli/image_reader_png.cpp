@@ -1,0 +1,72 @@
+#include <fstream>
+
+#include "cli/image_format.h"
+#include "cli/png_stream.h"
+#include "cli/sample_math.h"
+
+namespace vellumtide::cli {
+namespace {
+
+namespace fs = std::filesystem;
+
+// Whatever the file holds, rows come as alpha, red, green, blue of 8 or 16 bits.
+void wantArgb(const PngReader& file) {
+  png_set_expand(file.png);
+  png_set_gray_to_rgb(file.png);
+  png_set_add_alpha(file.png, 0xFFFF, PNG_FILLER_AFTER);
+  png_set_swap_alpha(file.png);
+  if (png_get_bit_depth(file.png, file.info) == 16) png_set_swap(file.png);
+}
+
+void toHostRange(std::span<std::uint16_t> row) {
+  using Sample = std::uint16_t;
+  for (Sample& sample : row) {
+    sample = rescaled<Sample>(sample, kFileWhite<Sample>, kHostWhite<Sample>);
+  }
+}
+
+ImageFile readPng(const fs::path& path, std::istream& stream) {
+  PngReader file(stream);
+  // The limits of this program are tighter than the library's, and are said in its words.
+  png_set_user_limits(file.png, PNG_UINT_31_MAX, PNG_UINT_31_MAX);
+  png_read_info(file.png, file.info);
+  const int width = static_cast<int>(png_get_image_width(file.png, file.info));
+  const int height = static_cast<int>(png_get_image_height(file.png, file.info));
+  checkSize(path, width, height, 4);
+
+  const bool deep = png_get_bit_depth(file.png, file.info) == 16;
+  ImageFile image;
+  image.sampleType = deep ? SampleType::UInt16 : SampleType::UInt8;
+  image.pixels =
+      headless::World(width, height, deep ? PF_PixelFormat_ARGB64 : PF_PixelFormat_ARGB32);
+  const float aspect = png_get_pixel_aspect_ratio(file.png, file.info);
+  if (aspect > 0) image.pixelAspect = aspect;
+
+  wantArgb(file);
+  const int passes = png_set_interlace_handling(file.png);
+  png_read_update_info(file.png, file.info);
+  for (int pass = 0; pass < passes; ++pass) {
+    for (int y = 0; y < height; ++y) {
+      png_read_row(file.png, reinterpret_cast<png_bytep>(image.pixels.row(y)), nullptr);
+    }
+  }
+  png_read_end(file.png, nullptr);
+  for (int y = 0; deep && y < height; ++y)
+    toHostRange(rowOf<std::uint16_t>(image.pixels, y));
+  return image;
+}
+
+}  // namespace
+
+ImageFile readImageFile(const fs::path& path) {
+  checkReadable(path);
+  std::ifstream stream(path, std::ios::binary);
+  if (!stream) failImage(path, "cannot be opened");
+  try {
+    return readPng(path, stream);
+  } catch (const PngError& error) {
+    failImage(path, std::string("cannot be read as a PNG image: ") + error.what());
+  }
+}
+
+}  // namespace vellumtide::cli
