@@ -15,17 +15,12 @@ constexpr float kInf = std::numeric_limits<float>::infinity();
 /// The components that a type has, as numbers.
 std::vector<double> components(const ValueCells& cells, pbElementType type) {
   std::vector<double> result;
+  const BaseKind kind = baseKind(type);
   for (std::size_t i = 0; i < static_cast<std::size_t>(componentCount(type)); ++i) {
-    switch (baseKind(type)) {
-      case BaseKind::Int:
-        result.push_back(cells.intAt(i));
-        break;
-      case BaseKind::Float:
-        result.push_back(cells.floatAt(i));
-        break;
-      default:
-        result.push_back(cells.boolAt(i));
-    }
+    if (kind == BaseKind::Int) result.push_back(cells.intAt(i));
+    if (kind == BaseKind::Float) result.push_back(cells.floatAt(i));
+    if (kind == BaseKind::Bool) result.push_back(cells.boolAt(i));
+    if (kind == BaseKind::None) result.push_back(cells == ValueCells() ? 0 : 1);
   }
   return result;
 }

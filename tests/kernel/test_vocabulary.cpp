@@ -11,7 +11,6 @@ TEST(Vocabulary, KeywordsAndNumbersAgreeBothWays) {
     EXPECT_EQ(typeFromName(typeName(type)), type) << code;
   }
   EXPECT_EQ(typeFromName("float4x4"), pbElementType{11});
-  EXPECT_EQ(typeFromName("pixel4"), pbElementType{24});
   for (const char* unknown : {"vec2", "Float", "float ", ""}) {
     EXPECT_EQ(typeFromName(unknown), pbElementType::None) << unknown;
   }
@@ -20,7 +19,6 @@ TEST(Vocabulary, KeywordsAndNumbersAgreeBothWays) {
 
   EXPECT_EQ(parameterTypeFromName("time", false), pbParameterType{4});
   EXPECT_EQ(parameterTypeFromName("time", true), pbParameterType{13});
-  EXPECT_EQ(parameterTypeFromName("frame", true), pbParameterType{12});
   EXPECT_EQ(parameterTypeFromName("Time", false), pbParameterType::None);
   EXPECT_EQ(uiControlFromName("aeColor"), pbUIControl{6});
 }
