@@ -40,13 +40,15 @@ std::vector<std::string> splitAtCommas(const std::string& text) {
   return parts;
 }
 
-// What a number may be: the program's own range where it has one, else the control's.
+// What a number may be: the program's own range where it has one, else the control's. In floats,
+// as programs keep them, so that a limit of 0.1 takes 0.1.
 struct Range {
-  double low, high;
+  float low, high;
   bool whole;  // no fractions
 
   bool holds(double value) const {
-    return value >= low && value <= high && (!whole || value == std::floor(value));
+    const float rounded = static_cast<float>(value);
+    return rounded >= low && rounded <= high && (!whole || value == std::floor(value));
   }
   std::string text() const {
     return std::string(whole ? "a whole number" : "a number") + " from " + numberText(low) +
@@ -54,19 +56,21 @@ struct Range {
   }
 };
 
-std::optional<double> limit(const pbValue& value, pbElementType type, int component) {
+std::optional<float> limit(const pbValue& value, pbElementType type, int component) {
   if (!value.isSet || component >= componentCount(type)) return {};
-  if (baseKind(type) == BaseKind::Int) return value.cells.intAt(component);
+  if (baseKind(type) == BaseKind::Int) return static_cast<float>(value.cells.intAt(component));
   if (baseKind(type) == BaseKind::Float) return value.cells.floatAt(component);
   return {};
 }
 
 Range rangeOf(const Control& control, const pbParameter& parameter, int component) {
-  constexpr double kFixedLimit = 32767;
-  Range range{-kFixedLimit, kFixedLimit, control.type == PF_Param_SLIDER};
-  if (control.type != PF_Param_ANGLE) range = {control.validMin, control.validMax, range.whole};
-  const double low = limit(parameter.minValue, parameter.type, component).value_or(range.low);
-  const double high = limit(parameter.maxValue, parameter.type, component).value_or(range.high);
+  constexpr float kAngleLimit = 32767;
+  const bool isAngle = control.type == PF_Param_ANGLE;
+  Range range{isAngle ? -kAngleLimit : static_cast<float>(control.validMin),
+              isAngle ? kAngleLimit : static_cast<float>(control.validMax),
+              control.type == PF_Param_SLIDER};
+  const float low = limit(parameter.minValue, parameter.type, component).value_or(range.low);
+  const float high = limit(parameter.maxValue, parameter.type, component).value_or(range.high);
   if (low <= high) {
     range.low = std::max(range.low, low);
     range.high = std::min(range.high, high);

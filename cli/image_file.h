@@ -21,7 +21,7 @@ struct ImageFile {
   headless::World pixels{0, 0, 0};
   double pixelAspect = 1.0;  // width of a pixel over its height
   SampleType sampleType = SampleType::UInt8;
-  bool straightAlpha = true;  // colour and alpha are kept apart
+  bool straightAlpha = false;  // a TIFF file that keeps colour and alpha apart
 };
 
 // Sides and memory (in bytes of 32-bit samples) beyond which a picture is refused.
@@ -37,6 +37,7 @@ ImageFile readImageFile(const std::filesystem::path& path);
 
 struct WriteOptions {
   std::optional<SampleType> sampleType;  // none: the closest to the picture's depth
+  bool preferHalf = false;               // OpenEXR: half instead of float
   bool straightAlpha = false;            // TIFF only; PNG always, OpenEXR never keeps it apart
   bool dropAlpha = false;                // write red, green and blue alone, as they are
 };

@@ -45,7 +45,9 @@ SampleType writtenType(const fs::path& path, PF_PixelFormat pixels, const WriteO
   const ImageFormat& format = formatOf(path);
   if (!options.sampleType) {
     if (pixels == PF_PixelFormat_ARGB64) return format.for16;
-    return pixels == PF_PixelFormat_ARGB128 ? format.for32 : format.for8;
+    if (pixels != PF_PixelFormat_ARGB128) return format.for8;
+    const bool half = options.preferHalf && format.for8 == SampleType::Half;
+    return half ? SampleType::Half : format.for32;
   }
   const SampleType type = *options.sampleType;
   if (std::count(format.types.begin(), format.types.end(), type) == 0) {

@@ -148,12 +148,13 @@ ImageFile readImageFile(const fs::path& path) {
 
   ImageFile file;
   file.sampleType = sampleTypeOf(spec.format);
-  file.straightAlpha = spec.get_int_attribute("oiio:UnassociatedAlpha") != 0;
+  const bool straight = spec.get_int_attribute("oiio:UnassociatedAlpha") != 0;
+  file.straightAlpha = straight && std::string_view(input->format_name()) == "tiff";
   file.pixels = headless::World(frame.width, frame.height, formatOf(file.sampleType));
   const float aspect = spec.get_float_attribute("PixelAspectRatio", 1.0f);
   if (std::isfinite(aspect) && aspect > 0) file.pixelAspect = aspect;
 
-  const bool associated = !file.straightAlpha && spec.alpha_channel >= 0;
+  const bool associated = !straight && spec.alpha_channel >= 0;
   withSampleType(file.pixels.format(), [&](auto sample) {
     readPixels<decltype(sample)>(*input, path, frame, associated, file.pixels);
   });

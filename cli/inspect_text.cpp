@@ -1,7 +1,7 @@
 #include <algorithm>
-#include <charconv>
 
 #include "cli/inspect.h"
+#include "cli/number_text.h"
 #include "params/control_labels.h"
 #include "params/slot_assignment.h"
 
@@ -50,16 +50,10 @@ std::string harmless(std::string_view text) {
   return result;
 }
 
-std::string number(float value) {
-  char text[32];
-  const auto end = std::to_chars(text, text + sizeof text, value).ptr;
-  return {text, end};
-}
-
 std::string componentText(const ValueCells& cells, BaseKind kind, int i) {
   if (kind == BaseKind::Int) return std::to_string(cells.intAt(i));
   if (kind == BaseKind::Bool) return cells.boolAt(i) ? "true" : "false";
-  return number(cells.floatAt(i));
+  return numberText(cells.floatAt(i));
 }
 
 std::string valueText(const pbValue& value, pbElementType type) {
@@ -101,7 +95,7 @@ std::string entryText(const std::string& entries, int index) {
 std::string defaultText(const pbParameter& parameter) {
   const RelativePoint& relative = parameter.aePointRelativeDefaultValue;
   if (!parameter.defaultValue.isSet && relative.isSet) {
-    return number(relative.x * 100) + "%," + number(relative.y * 100) + "%";
+    return numberText(relative.x * 100) + "%," + numberText(relative.y * 100) + "%";
   }
   if (controlNeed(parameter).bank == Bank::Popup && parameter.defaultValue.isSet) {
     const std::string entry =

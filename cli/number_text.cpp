@@ -63,7 +63,7 @@ PF_RationalScale closestRatio(double value) {
   return {static_cast<A_long>(num), static_cast<A_u_long>(den)};
 }
 
-std::string numberText(double value) {
+std::string numberText(float value) {
   char text[32];
   return {text, std::to_chars(text, text + sizeof text, value).ptr};
 }

@@ -23,6 +23,6 @@ std::optional<PF_RationalScale> parseRatio(std::string_view text);
 PF_RationalScale closestRatio(double value);
 
 // Shortest text that reads back as the same number.
-std::string numberText(double value);
+std::string numberText(float value);
 
 }  // namespace vellumtide::cli

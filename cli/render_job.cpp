@@ -42,10 +42,6 @@ void checkInputCount(const RenderJob& job, const Program& program) {
   }
 }
 
-bool isTiff(const fs::path& path) {
-  return path.extension() == ".tif" || path.extension() == ".tiff";
-}
-
 FrameInput readInputs(const RenderJob& job, int frame) {
   FrameInput result;
   int depth = 8;
@@ -56,12 +52,8 @@ FrameInput readInputs(const RenderJob& job, int frame) {
     ImageFile file = readImageFile(path);
     depth = std::max(depth, headless::depthOfPixelFormat(file.pixels.format()));
     if (result.pictures.empty()) {
-      result.write.straightAlpha = isTiff(path) && file.straightAlpha;
-      const bool half =
-          file.sampleType == SampleType::Half && fs::path(job.output).extension() == ".exr";
-      if (half && !job.sampleType && job.depth.value_or(32) == 32) {
-        result.write.sampleType = SampleType::Half;
-      }
+      result.write.straightAlpha = file.straightAlpha;
+      result.write.preferHalf = file.sampleType == SampleType::Half;
     }
     result.pictures.push_back({std::move(file.pixels), closestRatio(file.pixelAspect)});
   }
