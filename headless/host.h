@@ -116,7 +116,8 @@ class Host {
   // leaves the rest in lastCall(); faults go to books().
   PF_Err globalSetup();
   PF_Err paramsSetup();
-  // A new instance (sequence set-up). paramsSetup() is run first when it was not yet.
+  // A new instance (sequence set-up). paramsSetup() is run first when it was not yet; when that
+  // fails, lastCall() tells and the instance is good for nothing but being closed.
   Effect& newInstance(Layer& layer);
   // An instance from flattened data, as when a project is opened (sequence re-set-up).
   Effect& openInstance(Layer& layer, const std::vector<uint8_t>& flatData);
@@ -174,6 +175,7 @@ class Host {
   std::string registeredName;  // as given to AEGP_RegisterWithAEGP
 
  private:
+  Effect& addInstance(Layer& layer);
   PF_InData makeInData(Effect* effect, const RenderOptions& frame);
   void takeOver(PF_Cmd command, Effect* effect, const PF_OutData& out);
   void checkAfter(PF_Cmd command, const PF_OutData& out);

@@ -21,26 +21,28 @@ PF_Err Host::paramsSetup() {
   return error;
 }
 
-Effect& Host::newInstance(Layer& layer) {
+Effect& Host::addInstance(Layer& layer) {
   if (!paramsDeclared_) paramsSetup();
   Effect& effect = effects_.emplace_back(*this, layer, state_->declared);
   effect.title = module_->name();
   effect.optionsButton = state_->optionsButton;
-  call(PF_Cmd_SEQUENCE_SETUP, &effect);
+  return effect;
+}
+
+Effect& Host::newInstance(Layer& layer) {
+  Effect& effect = addInstance(layer);
+  if (paramsDeclared_) call(PF_Cmd_SEQUENCE_SETUP, &effect);
   return effect;
 }
 
 Effect& Host::openInstance(Layer& layer, const std::vector<uint8_t>& flatData) {
-  if (!paramsDeclared_) paramsSetup();
-  Effect& effect = effects_.emplace_back(*this, layer, state_->declared);
-  effect.title = module_->name();
-  effect.optionsButton = state_->optionsButton;
+  Effect& effect = addInstance(layer);
   effect.sequenceData =
       handles_.allocate(BlockFamily::kHandle, flatData.size(), "flattened sequence data");
   if (!effect.sequenceData) throw std::bad_alloc();
   if (!flatData.empty()) std::memcpy(*effect.sequenceData, flatData.data(), flatData.size());
   effect.flat = true;
-  resetup(effect);
+  if (paramsDeclared_) resetup(effect);
   return effect;
 }
 
@@ -117,6 +119,7 @@ void Host::finish() {
   while (!effects_.empty())
     closeInstance(effects_.back());
   if (setUp_) globalSetdown();
+  books_.setCommand("closing the books");
   handles_.checkGuards();
   handles_.checkFreedBlocks();
   handles_.reportLeaks();
@@ -128,7 +131,8 @@ void Host::finish() {
   }
   Holdings rest = holdings();
   rest.handles = rest.locks = rest.streams = rest.effectRefs = 0;
-  if (!rest.empty()) books_.fault("still held at the end: " + rest.text());
+  if (!rest.empty()) books_.fault("still held: " + rest.text());
+  books_.setCommand("");
 }
 
 }  // namespace vellumtide::headless

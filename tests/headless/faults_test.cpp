@@ -64,7 +64,7 @@ INSTANTIATE_TEST_SUITE_P(
     SceneAndContext, Faults,
     testing::Values(
         Case{kLeakStream, "leaked a stream, made in command", true},
-        Case{kLeakStreamValue, "still held at the end: 1 stream value", true},
+        Case{kLeakStreamValue, "still held: 1 stream value", true},
         Case{kLeakEffectRef, "leaked an effect reference", true},
         Case{kDisposeStreamTwice, "AEGP_DisposeStream: a stream that is not out"},
         Case{kDisposeValueTwice, "AEGP_DisposeStreamValue: a value that is not out"},
