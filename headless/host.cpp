@@ -4,6 +4,7 @@
 #include <cstdio>
 
 #include "headless/call_frame.h"
+#include "headless/process_memory.h"
 #include "headless/tables.h"
 #include "headless/text.h"
 
@@ -84,6 +85,7 @@ Host::Host(std::shared_ptr<Module> module, HostOptions options)
       handles_(books_),
       preferences_(options_.preferencesFile),
       state_(std::make_unique<HostState>()) {
+  returnLargeBlocksAtOnce();
   if (options_.ownGlContext) gl_ = std::make_unique<HostGlContext>();
   scripts_.userDataFolder = options_.userDataFolder;
 }

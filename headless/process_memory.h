@@ -1,0 +1,11 @@
+// The process's allocator. Internal to this folder.
+#pragma once
+
+namespace vellumtide::headless {
+
+// Makes large blocks go back to the system as soon as they are freed. Software rasterisers allocate
+// aligned textures anew all the time; an allocator that takes them from its heap fragments it, and
+// the process grows by megabytes a frame.
+void returnLargeBlocksAtOnce();
+
+}  // namespace vellumtide::headless
