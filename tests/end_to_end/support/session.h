@@ -1,0 +1,44 @@
+// The built module in a host of its own, with a folder for program files.
+#pragma once
+
+#include <string>
+
+#include "headless/host.h"
+#include "tests/support/scratch_folder.h"
+
+namespace vellumtide::end_to_end {
+
+using namespace headless;
+
+// The text of a kernel "Sample" from its declarations and the statements of evaluatePixel. With no
+// `image4` among the declarations it gets one input "src"; its output is always "dst".
+std::string kernelText(const std::string& declarations, const std::string& statements,
+                       const std::string& name = "Sample");
+
+// Its destructor sets the module down and fails the test for every fault that the host has seen.
+class Session {
+ public:
+  explicit Session(HostOptions options = {});
+  ~Session();
+
+  // Writes a program file (its bytes as they are) and gives its path; each name counts once.
+  std::string file(const std::string& name, const std::string& text);
+  // A new layer with these pixels; with a program, its path is the first marker's comment.
+  Layer& layer(World pixels, const std::string& programPath = "");
+  // A layer with an instance of the effect that runs the program, its panel updated.
+  Effect& effect(World pixels, const std::string& programPath);
+  // The same for a kernel text, under a file name of its own.
+  Effect& kernel(World pixels, const std::string& text);
+
+  // Lines of the Info panel shown since the last call, "line 1 / line 2", one a text.
+  std::string takeInfo();
+
+  Host host;
+  Composition& comp;
+
+ private:
+  testing::ScratchFolder folder_;
+  int files_ = 0;
+};
+
+}  // namespace vellumtide::end_to_end
