@@ -11,30 +11,6 @@ namespace {
 
 namespace fs = std::filesystem;
 
-const ImageFormat kFormats[] = {
-    {"PNG",
-     {".png"},
-     {SampleType::UInt8, SampleType::UInt16},
-     SampleType::UInt8,
-     SampleType::UInt16,
-     SampleType::UInt16,
-     StraightAlpha::Always},
-    {"TIFF",
-     {".tif", ".tiff"},
-     {SampleType::UInt8, SampleType::UInt16, SampleType::Float},
-     SampleType::UInt8,
-     SampleType::UInt16,
-     SampleType::Float,
-     StraightAlpha::OnRequest},
-    {"OpenEXR",
-     {".exr"},
-     {SampleType::Half, SampleType::Float},
-     SampleType::Half,
-     SampleType::Float,
-     SampleType::Float,
-     StraightAlpha::Never},
-};
-
 // From is the sample type of the buffer, To of the file.
 template <typename From, typename To>
 bool writePixels(OIIO::ImageOutput& output, const headless::World& world, bool associate) {
@@ -83,10 +59,6 @@ std::string reasonOf(std::string message, const PendingFile& pending, const fs::
 }
 
 }  // namespace
-
-std::span<const ImageFormat> writtenFormats() {
-  return kFormats;
-}
 
 void writeImageFile(const fs::path& path, const headless::World& pixels, double pixelAspect,
                     const WriteOptions& options) {

@@ -1,0 +1,36 @@
+#include "cli/image_format.h"
+
+namespace vellumtide::cli {
+namespace {
+
+const ImageFormat kFormats[] = {
+    {"PNG",
+     {".png"},
+     {SampleType::UInt8, SampleType::UInt16},
+     SampleType::UInt8,
+     SampleType::UInt16,
+     SampleType::UInt16,
+     StraightAlpha::Always},
+    {"TIFF",
+     {".tif", ".tiff"},
+     {SampleType::UInt8, SampleType::UInt16, SampleType::Float},
+     SampleType::UInt8,
+     SampleType::UInt16,
+     SampleType::Float,
+     StraightAlpha::OnRequest},
+    {"OpenEXR",
+     {".exr"},
+     {SampleType::Half, SampleType::Float},
+     SampleType::Half,
+     SampleType::Float,
+     SampleType::Float,
+     StraightAlpha::Never},
+};
+
+}  // namespace
+
+std::span<const ImageFormat> writtenFormats() {
+  return kFormats;
+}
+
+}  // namespace vellumtide::cli

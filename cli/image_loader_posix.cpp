@@ -1,0 +1,37 @@
+#include <dlfcn.h>
+
+#include "cli/failure.h"
+#include "cli/image_module.h"
+#include "cli/module_file.h"
+
+namespace vellumtide::cli {
+namespace {
+
+// Stays loaded until the process ends.
+const ImageFunctions& imageFunctions() {
+  static const ImageFunctions* const functions = [] {
+    const std::string path = findBesideProgram(kImageModuleFile).string();
+    void* const library = dlopen(path.c_str(), RTLD_NOW | RTLD_LOCAL);
+    void* const entry = library ? dlsym(library, kImageModuleEntry) : nullptr;
+    if (!entry) {
+      const char* const reason = dlerror();
+      throw Failure(ExitStatus::Image, "the image library cannot be loaded: " +
+                                           std::string(reason ? reason : path.c_str()));
+    }
+    return reinterpret_cast<ImageModuleEntry*>(entry)();
+  }();
+  return *functions;
+}
+
+}  // namespace
+
+ImageFile readImageFile(const std::filesystem::path& path) {
+  return imageFunctions().read(path);
+}
+
+void writeImageFile(const std::filesystem::path& path, const headless::World& pixels,
+                    double pixelAspect, const WriteOptions& options) {
+  imageFunctions().write(path, pixels, pixelAspect, options);
+}
+
+}  // namespace vellumtide::cli

@@ -1,0 +1,21 @@
+// The door between the program and the module that holds the image library. The library brings
+// some two hundred shared objects along, so that loading it takes longer than most commands that
+// need no images; the program loads it when the first image is read or written.
+#pragma once
+
+#include "cli/image_file.h"
+
+namespace vellumtide::cli {
+
+struct ImageFunctions {
+  decltype(&readImageFile) read;
+  decltype(&writeImageFile) write;
+};
+
+inline constexpr const char* kImageModuleFile = "VellumtideImages.so";
+inline constexpr const char* kImageModuleEntry = "vellumtideImageFunctions";
+
+// What the module's entry point is.
+using ImageModuleEntry = const ImageFunctions*();
+
+}  // namespace vellumtide::cli
