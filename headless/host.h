@@ -85,6 +85,8 @@ struct RenderOptions {
   PF_Field field = PF_Field_FRAME;
   PF_ChannelMask channelMask = PF_ChannelMask_ARGB;
   World* output = nullptr;  // drawn into when its format and rectangle are those of the result
+  // As CallArguments::adjust, for pre-render and render.
+  std::function<void(PF_InData&, PF_OutData&)> adjust{};
 };
 
 struct RenderResult {

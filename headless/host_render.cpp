@@ -92,6 +92,7 @@ PF_Err Host::preRender(Effect& effect, const RenderOptions& options, PF_PreRende
   CallArguments arguments;
   arguments.extra = &extra;
   arguments.frame = &options;
+  arguments.adjust = options.adjust;
   const PF_Err error = call(PF_Cmd_SMART_PRE_RENDER, &effect, arguments);
   if (error != PF_Err_NONE) return error;
   const std::string wrong = faultOf(output, input.output_request.rect);
@@ -131,6 +132,7 @@ RenderResult Host::render(Effect& effect, const RenderOptions& options) {
       CallArguments arguments;
       arguments.extra = &extra;
       arguments.frame = &options;
+      arguments.adjust = options.adjust;
       result.error = call(PF_Cmd_SMART_RENDER, &effect, arguments);
       result.renderSeconds = lastCall_.seconds;
     }
