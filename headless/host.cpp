@@ -2,9 +2,10 @@
 
 #include <chrono>
 #include <cstdio>
+#include <filesystem>
 
 #include "headless/call_frame.h"
-#include "headless/process_memory.h"
+#include "headless/platform.h"
 #include "headless/tables.h"
 #include "headless/text.h"
 
@@ -37,6 +38,15 @@ struct ParamArray {
       pointers.push_back(&record);
   }
 };
+
+// UTF-8, without a separator at its end.
+std::string temporaryFolder() {
+  const std::u8string folder = std::filesystem::temp_directory_path().u8string();
+  std::string text(folder.begin(), folder.end());
+  while (text.size() > 1 && (text.back() == '/' || text.back() == '\\'))
+    text.pop_back();
+  return text;
+}
 
 bool takesParams(PF_Cmd command) {
   return command >= PF_Cmd_DO_DIALOG && command <= PF_Cmd_UPDATE_PARAMS_UI;
@@ -87,7 +97,9 @@ Host::Host(std::shared_ptr<Module> module, HostOptions options)
       state_(std::make_unique<HostState>()) {
   returnLargeBlocksAtOnce();
   if (options_.ownGlContext) gl_ = std::make_unique<HostGlContext>();
+  if (options_.userDataFolder.empty()) options_.userDataFolder = temporaryFolder();
   scripts_.userDataFolder = options_.userDataFolder;
+  scripts_.os = operatingSystemName();
 }
 
 Host::~Host() {

@@ -1,4 +1,5 @@
-// The process's allocator. Internal to this folder.
+// What differs from one operating system to another and is no part of the other platform files.
+// Internal to this folder.
 #pragma once
 
 namespace vellumtide::headless {
@@ -7,5 +8,8 @@ namespace vellumtide::headless {
 // aligned textures anew all the time; an allocator that takes them from its heap fragments it, and
 // the process grows by megabytes a frame.
 void returnLargeBlocksAtOnce();
+
+// What scripts find in $.os.
+const char* operatingSystemName();
 
 }  // namespace vellumtide::headless

@@ -1,4 +1,4 @@
-#include "headless/process_memory.h"
+#include "headless/platform.h"
 
 #include <cstdlib>
 
@@ -13,6 +13,10 @@ void returnLargeBlocksAtOnce() {
   // A fixed threshold; left alone it rises to 32 MiB with the blocks that are freed.
   mallopt(M_MMAP_THRESHOLD, 256 * 1024);
 #endif
+}
+
+const char* operatingSystemName() {
+  return "Linux";
 }
 
 }  // namespace vellumtide::headless
