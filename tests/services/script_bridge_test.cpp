@@ -55,26 +55,29 @@ TEST(ScriptBridge, ShowsHostileTextsUnchanged) {
 }
 
 TEST(ScriptBridge, ReadsAnswers) {
-  const std::tuple<std::optional<std::string>, bool, bool, const char*> cases[] = {
-      {"/a/b.pbk", true, true, "/a/b."},
-      {"null", true, false, ""},
-      {"", false, false, ""},
-      {std::nullopt, false, false, ""}};
+  const struct {
+    std::optional<std::string> answer;
+    bool file, folder;
+    const char* copied;  // into a buffer of 5
+  } cases[] = {{"/a/b.pbk", true, true, "/a/b."},
+               {"null", true, false, ""},
+               {"", false, false, ""},
+               {std::nullopt, false, false, ""}};
   RoomHost room;
   auto& scripts = room.host.scripts();
-  for (const auto& [answer, file, folder, copied] : cases) {
-    scripts.fileAnswers = scripts.folderAnswers = {answer, answer};
-    scripts.confirmAnswers = {file};
+  for (const auto& c : cases) {
+    scripts.fileAnswers = scripts.folderAnswers = {c.answer, c.answer};
+    scripts.confirmAnswers = {c.file};
     room.run([&](PF_InData* in) {
       std::string path = "old";
       char buffer[] = "overwritten";
-      EXPECT_EQ(openFileDialog(in, "p", "f", path), file);
-      EXPECT_EQ(path, answer.value_or(""));
-      EXPECT_EQ(selectFolderDialog(in, "p", path), folder);
-      EXPECT_EQ(openFileDialog(in, "p", "f", 5, buffer), std::strlen(copied));
-      EXPECT_STREQ(buffer, copied);
-      EXPECT_EQ(selectFolderDialog(in, "p", 5, buffer), std::strlen(copied));
-      EXPECT_EQ(confirm(in, "t", "m", !file), file);
+      EXPECT_EQ(openFileDialog(in, "p", "f", path), c.file);
+      EXPECT_EQ(path, c.answer.value_or(""));
+      EXPECT_EQ(selectFolderDialog(in, "p", path), c.folder);
+      EXPECT_EQ(openFileDialog(in, "p", "f", 5, buffer), std::strlen(c.copied));
+      EXPECT_STREQ(buffer, c.copied);
+      EXPECT_EQ(selectFolderDialog(in, "p", 5, buffer), std::strlen(c.copied));
+      EXPECT_EQ(confirm(in, "t", "m", !c.file), c.file);
     });
   }
 }
