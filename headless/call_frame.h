@@ -22,6 +22,7 @@ class CallFrame {
   // The innermost call of this thread, null outside a command.
   static CallFrame* current();
 
+  bool isOutermost() const { return previous_ == nullptr; }
   Host& host() { return host_; }
   HostState& state() { return host_.state(); }
   Books& books() { return host_.books(); }

@@ -177,7 +177,8 @@ PF_Err Host::call(PF_Cmd command, Effect* effect, const CallArguments& arguments
   handles_.hold(in.global_data);
   handles_.hold(in.sequence_data);
   if (gl_) gl_->makeCurrent();
-  if (options_.captureOutput) capture_.start();
+  const bool captures = options_.captureOutput && frame.isOutermost();
+  if (captures) capture_.start();
   PF_Err error = PF_Err_NONE;
   const auto start = std::chrono::steady_clock::now();
   std::chrono::steady_clock::time_point end;
@@ -190,7 +191,7 @@ PF_Err Host::call(PF_Cmd command, Effect* effect, const CallArguments& arguments
     books_.fault("an exception left the entry point");
     error = PF_Err_INTERNAL_STRUCT_DAMAGED;
   }
-  if (options_.captureOutput) capture_.stop();
+  if (captures) capture_.stop();
   if (gl_) {
     const std::string difference = gl_->difference();
     if (!difference.empty()) books_.fault("the host's GL context was not restored: " + difference);

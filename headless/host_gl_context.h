@@ -19,6 +19,7 @@ class HostGlContext {
   // "EGL 1.5 on Mesa Project", or what could not be had.
   const std::string& status() const { return status_; }
 
+  // Calls may nest; release makes current again what was before the makeCurrent it belongs to.
   void makeCurrent();
   void release();
   // "" when display, surfaces and context are still those of makeCurrent, else what differs.

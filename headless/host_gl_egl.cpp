@@ -3,6 +3,7 @@
 
 #include <cstdio>
 #include <cstring>
+#include <vector>
 
 #include "headless/host_gl_context.h"
 
@@ -49,8 +50,11 @@ struct HostGlContext::State {
   EGLDisplay display = EGL_NO_DISPLAY;
   EGLSurface surface = EGL_NO_SURFACE;
   EGLContext context = EGL_NO_CONTEXT;
-  EGLenum previousApi = EGL_OPENGL_API;
-  Current previous;
+  struct Previous {
+    EGLenum api;
+    Current current;
+  };
+  std::vector<Previous> previous;  // innermost last
 
   // "" when everything was made, else what failed.
   std::string make() {
@@ -99,20 +103,20 @@ HostGlContext::~HostGlContext() {
 
 void HostGlContext::makeCurrent() {
   if (!usable_) return;
-  state_->previousApi = eglQueryAPI();
+  const EGLenum api = eglQueryAPI();
   eglBindAPI(EGL_OPENGL_API);
-  state_->previous = Current::get();
+  state_->previous.push_back({api, Current::get()});
   eglMakeCurrent(state_->display, state_->surface, state_->surface, state_->context);
 }
 
 void HostGlContext::release() {
-  if (!usable_) return;
+  if (!usable_ || state_->previous.empty()) return;
+  const auto [api, before] = state_->previous.back();
+  state_->previous.pop_back();
   eglBindAPI(EGL_OPENGL_API);
-  const Current& previous = state_->previous;
-  const bool none = previous.context == EGL_NO_CONTEXT;
-  eglMakeCurrent(none ? state_->display : previous.display, previous.draw, previous.read,
-                 previous.context);
-  eglBindAPI(state_->previousApi);
+  const bool none = before.context == EGL_NO_CONTEXT;
+  eglMakeCurrent(none ? state_->display : before.display, before.draw, before.read, before.context);
+  eglBindAPI(api);
 }
 
 std::string HostGlContext::difference() const {

@@ -1,5 +1,7 @@
 #include <windows.h>
 
+#include <vector>
+
 #include "headless/host_gl_context.h"
 
 namespace vellumtide::headless {
@@ -17,8 +19,11 @@ struct HostGlContext::State {
   HWND window = nullptr;
   HDC deviceContext = nullptr;
   HGLRC renderContext = nullptr;
-  HDC previousDeviceContext = nullptr;
-  HGLRC previousRenderContext = nullptr;
+  struct Previous {
+    HDC deviceContext;
+    HGLRC renderContext;
+  };
+  std::vector<Previous> previous;  // innermost last
 
   // "" when everything was made, else what failed.
   std::string make() {
@@ -63,13 +68,15 @@ HostGlContext::~HostGlContext() {
 
 void HostGlContext::makeCurrent() {
   if (!usable_) return;
-  state_->previousDeviceContext = wglGetCurrentDC();
-  state_->previousRenderContext = wglGetCurrentContext();
+  state_->previous.push_back({wglGetCurrentDC(), wglGetCurrentContext()});
   wglMakeCurrent(state_->deviceContext, state_->renderContext);
 }
 
 void HostGlContext::release() {
-  if (usable_) wglMakeCurrent(state_->previousDeviceContext, state_->previousRenderContext);
+  if (!usable_ || state_->previous.empty()) return;
+  const State::Previous before = state_->previous.back();
+  state_->previous.pop_back();
+  wglMakeCurrent(before.deviceContext, before.renderContext);
 }
 
 std::string HostGlContext::difference() const {

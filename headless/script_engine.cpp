@@ -102,8 +102,17 @@ struct ScriptCalls {
   }
 
  private:
-  DialogRecord& record(const json& request, DialogRecord::Kind kind) {
-    DialogRecord& dialog = engine.dialogs_.emplace_back();
+  // Keeps the dialog and lets the caller act while it is open; gives its place in the records,
+  // which may have grown meanwhile.
+  size_t show(DialogRecord dialog) {
+    engine.dialogs_.push_back(dialog);
+    const size_t place = engine.dialogs_.size() - 1;
+    if (engine.onDialog) engine.onDialog(dialog);
+    return place;
+  }
+
+  static DialogRecord recordOf(const json& request, DialogRecord::Kind kind) {
+    DialogRecord dialog;
     dialog.kind = kind;
     dialog.text = request.value("text", "");
     dialog.title = request.value("title", "");
@@ -114,28 +123,29 @@ struct ScriptCalls {
   }
 
   json alert(const json& request) {
-    record(request, DialogRecord::Kind::kAlert);
+    show(recordOf(request, DialogRecord::Kind::kAlert));
     return nullptr;
   }
 
   json confirm(const json& request) {
-    DialogRecord& dialog = record(request, DialogRecord::Kind::kConfirm);
+    const DialogRecord dialog = recordOf(request, DialogRecord::Kind::kConfirm);
+    const size_t place = show(dialog);
     const bool answer = takeAnswer(engine.confirmAnswers).value_or(!dialog.noAsDefault);
-    dialog.answer = answer ? "true" : "false";
+    engine.dialogs_[place].answer = answer ? "true" : "false";
     return answer;
   }
 
   json choose(const json& request, DialogRecord::Kind kind) {
-    DialogRecord& dialog = record(request, kind);
+    const size_t place = show(recordOf(request, kind));
     auto& queue = kind == DialogRecord::Kind::kOpenFile ? engine.fileAnswers : engine.folderAnswers;
     const std::optional<std::string> answer = takeAnswer(queue).value_or(std::nullopt);
     if (!answer) return nullptr;
-    dialog.answer = *answer;
+    engine.dialogs_[place].answer = *answer;
     return *answer;
   }
 
   json window(const json& request) {
-    DialogRecord& dialog = record(request, DialogRecord::Kind::kWindow);
+    DialogRecord dialog = recordOf(request, DialogRecord::Kind::kWindow);
     dialog.bounds = boundsOf(request.at("bounds"));
     for (const json& control : request.at("controls")) {
       dialog.controls.push_back(
@@ -145,11 +155,12 @@ struct ScriptCalls {
       dialog.drawn.push_back({item.at("kind"), item.at("text"), numbersOf(item.at("place")),
                               item.at("font"), numbersOf(item.at("color"))});
     }
+    const size_t place = show(std::move(dialog));
     const std::vector<std::string> presses =
         takeAnswer(engine.windowAnswers).value_or(std::vector<std::string>{});
-    for (const std::string& press : presses) {
-      dialog.answer += (dialog.answer.empty() ? "" : ", ") + press;
-    }
+    std::string& answer = engine.dialogs_[place].answer;
+    for (const std::string& press : presses)
+      answer += (answer.empty() ? "" : ", ") + press;
     return presses;
   }
 };

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <deque>
+#include <functional>
 #include <map>
 #include <optional>
 #include <string>
@@ -55,6 +56,9 @@ class ScriptEngine {
   std::deque<std::optional<std::string>> folderAnswers;
   // The texts of the buttons pressed in one window, in order; "image" clicks its picture.
   std::deque<std::vector<std::string>> windowAnswers;
+
+  // Called while a dialog is open, before it is answered; may call the module again.
+  std::function<void(const DialogRecord&)> onDialog;
 
   std::string userDataFolder;      // Folder.userData.fsName
   std::string os = "Linux";        // $.os; with "Windows" in it paths get back-slashes

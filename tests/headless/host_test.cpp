@@ -91,6 +91,27 @@ TEST(Host, CapturesWhatAModuleWrites) {
   }
 }
 
+TEST(Host, CommandsMayComeWhileADialogIsOpen) {
+  SubjectHost subject("confirm('go?', false)", {.captureOutput = true});
+  Host& host = subject.host;
+  int inner = 0;
+  host.scripts().onDialog = [&](const DialogRecord& dialog) {
+    if (dialog.text != "go?" || inner++ > 0) return;
+    EXPECT_EQ(host.render(*subject.effect).error, 0);
+    host.call(kLeakHandle, subject.effect);
+    host.call(kSayThings, subject.effect);
+    host.doDialog(*subject.effect);
+  };
+  host.doDialog(*subject.effect);
+  EXPECT_EQ(host.lastCall().command, PF_Cmd_DO_DIALOG);
+  EXPECT_EQ(host.scripts().dialogs().size(), 2u);
+  EXPECT_EQ(host.scripts().dialogs()[0].answer, "true");
+  EXPECT_EQ(host.standardOutput(), "on standard output\n");
+  EXPECT_EQ(host.books().command(), "");
+  host.finish();
+  EXPECT_EQ(host.books().faultCount(), 1u) << host.books().faultText();
+}
+
 TEST(Host, RefusesAnyOneCallback) {
   SubjectHost subject;
   Gate& gate = subject.host.gate();

@@ -428,6 +428,11 @@ extern "C"
 #endif
         PF_Err EntryPointFunc(PF_Cmd command, PF_InData* in_data, PF_OutData* out,
                               PF_ParamDef* params[], PF_LayerDef*, void* extra) {
+  // Commands may come while another one shows a dialog.
+  struct Restore {
+    PF_InData* outer = in;
+    ~Restore() { in = outer; }
+  } restore;
   in = in_data;
   switch (command) {
     case PF_Cmd_GLOBAL_SETUP:
