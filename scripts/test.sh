@@ -36,7 +36,7 @@ git ls-files '*.cpp' '*.h' | xargs clang-format --dry-run -Werror
 echo "formatted"
 
 step "Build with GCC, warnings as errors"
-cmake --preset release -DVELLUMTIDE_WERROR=ON >build-release.log || { cat build-release.log; exit 1; }
+cmake --preset release -DVELLUMTIDE_WERROR=ON -DVELLUMTIDE_TESTS=ON -DVELLUMTIDE_BENCH=ON >build-release.log || { cat build-release.log; exit 1; }
 rm -f build-release.log
 cmake --build --preset release
 
