@@ -4,7 +4,6 @@
 #include <string>
 #include <vector>
 
-#include "core/command_scope.h"
 #include "gl/gl_loader.h"
 #include "gl/gl_report.h"
 #include "gl/kgl_render_buffer.h"
@@ -13,7 +12,7 @@
 #include "gl/layer_texture.h"
 #include "gl/shader_program.h"
 #include "gl/window_device.h"
-#include "support/fake_host.h"
+#include "support/room_host.h"
 
 namespace vellumtide {
 namespace {
@@ -22,7 +21,7 @@ std::string reported;
 
 class GlObjects : public ::testing::Test {
  protected:
-  GlObjects() : scope_(PF_Cmd_RENDER, &host_.inData, 0) {
+  GlObjects() {
     createWindowDevice(device_.window, device_.deviceContext, device_.renderContext);
     current_ = std::make_unique<ScopedCurrentContext>(device_);
     EXPECT_EQ(initialiseGL(), nullptr);
@@ -48,16 +47,16 @@ class GlObjects : public ::testing::Test {
     return value;
   }
 
-  testing::FakeHost host_;
-  CommandScope scope_;
   WindowDevice device_;
   std::unique_ptr<ScopedCurrentContext> current_;
 };
 
+// Runs inside a command, since a target's attachments live in host memory.
 TEST_F(GlObjects, RenderTargetIsCompleteFromTheStartAndDeletesWhatItOwns) {
   GLuint color = 0;
   GLuint frame = 0;
-  {
+  testing::RoomHost room;
+  room.run([&](PF_InData*) {
     kglRenderTarget target(AttachmentKind::Texture, AttachmentKind::Texture);
     color = target.colorBuffer().getId();
     frame = target.getId();
@@ -79,11 +78,11 @@ TEST_F(GlObjects, RenderTargetIsCompleteFromTheStartAndDeletesWhatItOwns) {
                                              GL_FRAMEBUFFER_ATTACHMENT_OBJECT_TYPE_EXT, &kind);
     EXPECT_EQ(kind, GL_NONE);
     kglFrameBuffer::unbind();
-  }
+    kglRenderTarget buffers(AttachmentKind::RenderBuffer, AttachmentKind::RenderBuffer);
+    EXPECT_TRUE(glIsRenderbufferEXT(buffers.colorBuffer().getId()));
+  });
   EXPECT_FALSE(glIsTexture(color));
   EXPECT_FALSE(glIsFramebufferEXT(frame));
-  kglRenderTarget buffers(AttachmentKind::RenderBuffer, AttachmentKind::RenderBuffer);
-  EXPECT_TRUE(glIsRenderbufferEXT(buffers.colorBuffer().getId()));
 }
 
 TEST_F(GlObjects, OnlyTwoDimensionalTexturesAreSpecified) {
