@@ -16,6 +16,8 @@ const char* initialiseGL() {
   return reinterpret_cast<const char*>(glewGetErrorString(code));
 }
 
-bool glAvailable() { return glCreateShader && glGenFramebuffersEXT; }
+bool glAvailable() {
+  return glCreateShader && glGenFramebuffersEXT;
+}
 
 }  // namespace vellumtide

@@ -2,8 +2,10 @@
 
 #include <tinyxml.h>
 
+#include <filesystem>
 #include <fstream>
 #include <string>
+#include <string_view>
 #include <utility>
 
 #include "graph/xml_extent.h"
@@ -160,7 +162,10 @@ bool buildDocument(std::string text, TiXmlDocument& document) {
 /// The file up to its first zero byte with every line end made a line feed; one character more than
 /// the limit when it is longer. Empty when it cannot be read.
 std::string readFile(const char* path) {
-  std::ifstream file(path, std::ios::binary);
+  const std::string_view name = path;
+  // A plain string would be read in the code page of a Windows machine.
+  const std::filesystem::path wide(std::u8string(name.begin(), name.end()));
+  std::ifstream file(wide, std::ios::binary);
   std::string text(kGraphTextLimit + 1, '\0');
   file.read(text.data(), static_cast<std::streamsize>(text.size()));
   text.resize(static_cast<std::size_t>(file.gcount()));

@@ -4,6 +4,7 @@
 
 #include "gl/pixel_transfer.h"
 #include "glsl/shader_text.h"
+#include "graph/gl_error.h"
 #include "graph/node_shaders.h"
 #include "graph/parameter_uniform.h"
 #include "graph/pb_graph.h"
@@ -160,6 +161,8 @@ void Node::readback(const RenderContext& context) {
   }
   glUseProgram(0);
   impl->image.unbind();
+  // Errors that a program's parameters may have caused are of no use to the next frame.
+  sendGLError();
 }
 
 void Node::reset() {
