@@ -4,6 +4,7 @@
 #include <string>
 
 #include "cli/scratch_folder.h"
+#include "cli/utf8_path.h"
 
 namespace vellumtide::cli {
 
@@ -11,7 +12,7 @@ std::string exportDriverLog(headless::Host& host, headless::Effect& effect) {
   const ScratchFolder folder;
   headless::ScriptEngine& scripts = host.scripts();
   scripts.confirmAnswers.push_back(true);
-  scripts.folderAnswers.push_back(folder.path().string());
+  scripts.folderAnswers.push_back(utf8(folder.path()));
   // The information dialog exports too, but only for a program that is usable.
   host.about(&effect);
   scripts.confirmAnswers.clear();

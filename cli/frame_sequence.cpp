@@ -5,6 +5,7 @@
 #include <regex>
 
 #include "cli/failure.h"
+#include "cli/utf8_path.h"
 
 namespace vellumtide::cli {
 namespace {
@@ -54,11 +55,11 @@ std::vector<int> parseFrames(std::string_view text) {
 }
 
 bool isNumbered(const std::filesystem::path& pattern) {
-  return std::regex_search(pattern.filename().string(), placePattern());
+  return std::regex_search(utf8(pattern.filename()), placePattern());
 }
 
 std::filesystem::path frameName(const std::filesystem::path& pattern, int frame) {
-  const std::string name = pattern.filename().string();
+  const std::string name = utf8(pattern.filename());
   std::smatch match;
   if (!std::regex_search(name, match, placePattern())) return pattern;
   const bool hashes = match[3].matched;
@@ -66,7 +67,7 @@ std::filesystem::path frameName(const std::filesystem::path& pattern, int frame)
   const bool zeros = hashes || match[1].length() > 0;
   char number[128];
   std::snprintf(number, sizeof number, zeros ? "%0*d" : "%*d", std::min(width, 99), frame);
-  return pattern.parent_path() / (match.prefix().str() + number + match.suffix().str());
+  return pattern.parent_path() / pathOf(match.prefix().str() + number + match.suffix().str());
 }
 
 }  // namespace vellumtide::cli

@@ -4,6 +4,7 @@
 #include "cli/commands.h"
 #include "cli/failure.h"
 #include "cli/program_file.h"
+#include "cli/utf8_path.h"
 #include "glsl/shader_text.h"
 #include "graph/node_shaders.h"
 
@@ -40,7 +41,7 @@ std::size_t findNode(const pbGraphInfo& graph, const GlslOptions& options) {
 }
 
 void printGlsl(const GlslOptions& options) {
-  const Program program = readProgram(options.file);
+  const Program program = readProgram(pathOf(options.file));
   std::string vertexText, fragmentText;
   if (const pbGraphInfo* graph = program.graph()) {
     const std::size_t index = findNode(*graph, options);

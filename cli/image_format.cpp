@@ -4,6 +4,7 @@
 #include <cctype>
 
 #include "cli/failure.h"
+#include "cli/utf8_path.h"
 
 namespace vellumtide::cli {
 
@@ -20,11 +21,11 @@ bool isTooLarge(double width, double height, double channels) {
 }
 
 void failImage(const fs::path& path, const std::string& reason) {
-  throw Failure(ExitStatus::Image, path.string() + ": " + reason);
+  throw Failure(ExitStatus::Image, utf8(path) + ": " + reason);
 }
 
 const ImageFormat& formatOf(const fs::path& path) {
-  std::string extension = path.extension().string();
+  std::string extension = utf8(path.extension());
   std::transform(extension.begin(), extension.end(), extension.begin(),
                  [](unsigned char c) { return static_cast<char>(std::tolower(c)); });
   std::vector<std::string> known;
@@ -72,7 +73,7 @@ void checkWritable(const fs::path& path, const WriteOptions& options) {
   std::error_code ignored;
   const fs::path folder = path.has_parent_path() ? path.parent_path() : fs::path(".");
   if (!fs::is_directory(folder, ignored)) {
-    failImage(path, "cannot be written: there is no folder " + folder.string());
+    failImage(path, "cannot be written: there is no folder " + utf8(folder));
   }
   if (fs::exists(path, ignored) && !fs::is_regular_file(path, ignored)) {
     failImage(path, "cannot be written: it exists and is not a file");

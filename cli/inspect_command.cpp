@@ -2,6 +2,7 @@
 
 #include "cli/commands.h"
 #include "cli/inspect.h"
+#include "cli/utf8_path.h"
 
 namespace vellumtide::cli {
 namespace {
@@ -12,7 +13,7 @@ struct InspectOptions {
 };
 
 void inspect(const InspectOptions& options) {
-  const Program program = readProgram(options.file);
+  const Program program = readProgram(pathOf(options.file));
   if (!options.json) {
     writeOut(inspectionText(program));
     return;

@@ -23,6 +23,7 @@ int run(int argc, char** argv) {
   CLI::App app("Runs Pixel Bender kernels and graphs on the graphics card.", "vellumtide");
   app.set_version_flag("--version", "vellumtide " VELLUMTIDE_VERSION);
   app.require_subcommand(1);
+  app.allow_windows_style_options(false);  // "/x" is a path, everywhere
   app.footer(
       "vellumtide COMMAND --help tells more. Exit status: 0 done, 1 a frame or something\n"
       "else failed, 2 wrong usage, 3 the program cannot be loaded or does not build,\n"

@@ -4,6 +4,7 @@
 #include <filesystem>
 
 #include "cli/failure.h"
+#include "cli/utf8_path.h"
 
 namespace vellumtide::cli {
 namespace {
@@ -11,23 +12,25 @@ namespace {
 namespace fs = std::filesystem;
 
 fs::path findModule(const std::string& path) {
-  if (!path.empty()) return path;
-  if (const char* named = std::getenv("VELLUMTIDE_MODULE"); named && *named) return named;
-  return findBesideProgram(fs::path(headless::defaultModulePath()).filename().string());
+  if (!path.empty()) return pathOf(path);
+  if (const char* named = std::getenv("VELLUMTIDE_MODULE"); named && *named) {
+    return pathOf(named);
+  }
+  return findBesideProgram(utf8(pathOf(headless::defaultModulePath()).filename()));
 }
 
 }  // namespace
 
 fs::path findBesideProgram(const std::string& fileName) {
-  const fs::path folder = fs::path(headless::defaultModulePath()).parent_path();
-  const fs::path beside = folder / fileName;
-  const fs::path installed = folder.parent_path() / "lib" / "vellumtide" / fileName;
+  const fs::path folder = pathOf(headless::defaultModulePath()).parent_path();
+  const fs::path beside = folder / pathOf(fileName);
+  const fs::path installed = folder.parent_path() / "lib" / "vellumtide" / pathOf(fileName);
   std::error_code ignored;
   for (const fs::path& place : {beside, installed}) {
     if (fs::is_regular_file(place, ignored)) return place;
   }
-  throw Failure(ExitStatus::Failed, fileName + " is missing: neither " + beside.string() + " nor " +
-                                        installed.string() + " is there");
+  throw Failure(ExitStatus::Failed, fileName + " is missing: neither " + utf8(beside) + " nor " +
+                                        utf8(installed) + " is there");
 }
 
 std::shared_ptr<headless::Module> loadModule(const std::string& path) {
@@ -36,10 +39,10 @@ std::shared_ptr<headless::Module> loadModule(const std::string& path) {
   if (!fs::is_regular_file(file, ignored)) {
     throw Failure(
         ExitStatus::Failed,
-        file.string() + ": there is no such module file (see --module and VELLUMTIDE_MODULE)");
+        utf8(file) + ": there is no such module file (see --module and VELLUMTIDE_MODULE)");
   }
   try {
-    return headless::Module::load(file.string());
+    return headless::Module::load(utf8(file));
   } catch (const headless::ModuleError& error) {
     throw Failure(ExitStatus::Failed, error.what());
   }

@@ -1,4 +1,5 @@
 #include "cli/pending_file.h"
+#include "cli/utf8_path.h"
 
 #include <array>
 #include <atomic>
@@ -22,7 +23,7 @@ extern "C" void removePendingAndEnd(int signalNumber) {
 }
 
 void watch(const std::filesystem::path& path) {
-  const std::string name = path.string();
+  const std::string name = utf8(path);
   if (name.size() >= pendingName.size()) return;
   std::memcpy(pendingName.data(), name.c_str(), name.size() + 1);
   hasPending = true;
@@ -43,9 +44,9 @@ PendingFile::PendingFile(const std::filesystem::path& target) : target_(resolved
   std::snprintf(token, sizeof token, ".%08x", std::random_device{}());
   // The extension stays last, because it decides the format.
   std::string name = ".";
-  name += target_.stem().string() + token + target_.extension().string();
+  name += utf8(target_.stem()) + token + utf8(target_.extension());
   path_ = target_;
-  path_.replace_filename(name);
+  path_.replace_filename(pathOf(name));
   watch(path_);
 }
 

@@ -7,6 +7,7 @@
 #include <system_error>
 
 #include "cli/failure.h"
+#include "cli/utf8_path.h"
 #include "graph/graph_reader.h"
 #include "kernel/pbk_parser.h"
 #include "params/slot_assignment.h"
@@ -19,7 +20,7 @@ namespace fs = std::filesystem;
 constexpr std::uintmax_t kLargestFile = kGraphTextLimit;
 
 [[noreturn]] void fail(const fs::path& path, const std::string& reason) {
-  throw Failure(ExitStatus::Program, path.string() + ": " + reason);
+  throw Failure(ExitStatus::Program, utf8(path) + ": " + reason);
 }
 
 std::string readText(const fs::path& path) {
@@ -91,7 +92,7 @@ ProgramSlots slotsOf(const Program& program) {
 }
 
 Program readProgram(const fs::path& path) {
-  const std::string name = path.string();
+  const std::string name = utf8(path);
   const char last = name.empty() ? '\0' : name.back();
   const bool isGraph = last == 'g' || last == 'G';
   if (!isGraph && last != 'k') {

@@ -5,6 +5,7 @@
 #include "cli/frame_sequence.h"
 #include "cli/number_text.h"
 #include "cli/render_job.h"
+#include "cli/utf8_path.h"
 
 namespace vellumtide::cli {
 namespace {
@@ -50,11 +51,11 @@ void understand(const RenderTexts& texts, RenderJob& job) {
     if (texts.sampleType == name(type)) job.sampleType = type;
   }
   if (!texts.frames.empty()) job.frames = parseFrames(texts.frames);
-  if (job.frames.size() > 1 && !isNumbered(job.output)) {
+  if (job.frames.size() > 1 && !isNumbered(pathOf(job.output))) {
     failUsage("-o " + job.output + ": the name needs a place for the frame number, such as %04d");
   }
   checkWritable(
-      job.frames.empty() ? std::filesystem::path(job.output) : frameName(job.output, job.frames[0]),
+      job.frames.empty() ? pathOf(job.output) : frameName(pathOf(job.output), job.frames[0]),
       {job.sampleType, false, job.dropAlpha});
 }
 

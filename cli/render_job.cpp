@@ -13,6 +13,7 @@
 #include "cli/number_text.h"
 #include "cli/progress.h"
 #include "cli/render_session.h"
+#include "cli/utf8_path.h"
 
 namespace vellumtide::cli {
 namespace {
@@ -48,7 +49,7 @@ FrameInput readInputs(const RenderJob& job, int frame) {
   result.write.sampleType = job.sampleType;
   result.write.dropAlpha = job.dropAlpha;
   for (const std::string& pattern : job.inputs) {
-    const fs::path path = job.frames.empty() ? fs::path(pattern) : frameName(pattern, frame);
+    const fs::path path = job.frames.empty() ? pathOf(pattern) : frameName(pathOf(pattern), frame);
     ImageFile file = readImageFile(path);
     depth = std::max(depth, headless::depthOfPixelFormat(file.pixels.format()));
     if (result.pictures.empty()) {
@@ -95,7 +96,7 @@ headless::RenderOptions renderOptions(const RenderJob& job, PF_PixelFormat forma
 
 class Renderer {
  public:
-  explicit Renderer(const RenderJob& job) : job_(job), program_(readProgram(job.program)) {
+  explicit Renderer(const RenderJob& job) : job_(job), program_(readProgram(pathOf(job.program))) {
     checkInputCount(job, program_);
   }
 
@@ -103,7 +104,7 @@ class Renderer {
   // because an effect is applied to a layer with pixels.
   fs::path renderFrame(int frame) {
     const fs::path output =
-        job_.frames.empty() ? fs::path(job_.output) : frameName(job_.output, frame);
+        job_.frames.empty() ? pathOf(job_.output) : frameName(pathOf(job_.output), frame);
     FrameInput input = readInputs(job_, frame);
     checkWritable(output, input.write);
     checkDeviceSize(job_, input);
@@ -146,7 +147,7 @@ void renderSequence(const RenderJob& job, Renderer& renderer) {
   std::size_t failed = 0;
   for (int frame : job.frames) {
     try {
-      progress.frameDone(renderer.renderFrame(frame).string());
+      progress.frameDone(utf8(renderer.renderFrame(frame)));
     } catch (const Failure& failure) {
       progress.breakLine();
       if (endsJob(failure, job)) throw;

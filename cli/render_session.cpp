@@ -5,6 +5,7 @@
 
 #include "cli/driver_log.h"
 #include "cli/failure.h"
+#include "cli/utf8_path.h"
 
 namespace vellumtide::cli {
 namespace {
@@ -17,7 +18,7 @@ headless::HostOptions hostOptions(const ScratchFolder& folder) {
   options.captureOutput = true;
   options.checkGuardsEveryCall = false;
   options.checkInputPixels = false;
-  options.userDataFolder = folder.path().string();
+  options.userDataFolder = utf8(folder.path());
   return options;
 }
 
@@ -53,7 +54,7 @@ RenderSession::RenderSession(std::shared_ptr<headless::Module> module,
   }
   setPictures(std::move(pictures));
   // An absolute path is never too short for a marker to be taken as one.
-  layers_.front()->addMarker(std::filesystem::absolute(programPath).string());
+  layers_.front()->addMarker(utf8(std::filesystem::absolute(pathOf(programPath))));
   effect_ = &host_->newInstance(*layers_.front());
   host_->updateParamsUi(*effect_);
   checkProgram(programPath);

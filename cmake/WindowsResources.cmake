@@ -22,6 +22,21 @@ function(vellumtide_version target description)
   target_sources(${target} PRIVATE ${resource})
 endfunction()
 
+# vellumtide_windows_program(target description): version information, and UTF-8 as the program's
+# code page.
+function(vellumtide_windows_program target description)
+  if(MSVC)
+    target_sources(${target} PRIVATE ${CMAKE_SOURCE_DIR}/cmake/program.manifest)
+  elseif(WIN32)
+    set(resource ${CMAKE_SOURCE_DIR}/cmake/manifest.rc)
+    set_source_files_properties(${resource} PROPERTIES
+      OBJECT_DEPENDS ${CMAKE_SOURCE_DIR}/cmake/program.manifest
+      COMPILE_OPTIONS -I${CMAKE_SOURCE_DIR}/cmake)
+    target_sources(${target} PRIVATE ${resource})
+  endif()
+  vellumtide_version(${target} "${description}")
+endfunction()
+
 # vellumtide_windows_module(target): the file name, the property list, the version and the one
 # exported name of the module on Windows.
 function(vellumtide_windows_module target)
