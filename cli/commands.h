@@ -10,6 +10,9 @@ namespace vellumtide::cli {
 void addRenderCommand(CLI::App& app);
 void addInspectCommand(CLI::App& app);
 void addGlslCommand(CLI::App& app);
+void addCheckCommand(CLI::App& app);
+void addDialogCommands(CLI::App& app);
+void addProjectCommand(CLI::App& app);
 
 // Writes to standard output, byte for byte; throws Failure when that fails.
 void writeOut(std::string_view text);

@@ -31,6 +31,9 @@ int run(int argc, char** argv) {
   addRenderCommand(app);
   addInspectCommand(app);
   addGlslCommand(app);
+  addCheckCommand(app);
+  addDialogCommands(app);
+  addProjectCommand(app);
   if (argc > 1 && argv[1][0] != '-' && !hasCommand(app, argv[1])) {
     return report("there is no command " + std::string(argv[1]) + " (see --help)",
                   ExitStatus::Usage);

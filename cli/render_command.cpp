@@ -56,7 +56,7 @@ void understand(const RenderTexts& texts, RenderJob& job) {
   }
   checkWritable(
       job.frames.empty() ? pathOf(job.output) : frameName(pathOf(job.output), job.frames[0]),
-      {job.sampleType, false, job.dropAlpha});
+      {.sampleType = job.sampleType});
 }
 
 }  // namespace

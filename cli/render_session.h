@@ -5,9 +5,8 @@
 #include <string>
 #include <vector>
 
+#include "cli/host_session.h"
 #include "cli/program_file.h"
-#include "cli/scratch_folder.h"
-#include "headless/host.h"
 
 namespace vellumtide::cli {
 
@@ -15,36 +14,26 @@ namespace vellumtide::cli {
 struct LayerPicture {
   headless::World pixels;
   PF_RationalScale pixelAspect{1, 1};
+  std::string file;  // where it came from, "" for none
 };
 
-class RenderSession {
+class RenderSession : public HostSession {
  public:
-  // Sets the module up, makes a layer for each picture (the first is the effect's own, the others
-  // go to the layer controls) and applies the effect, which takes the program's path from the
-  // layer's first marker. Throws Failure: ExitStatus::NoDevice without a usable GL device,
-  // ExitStatus::Program with the driver's log when the program does not load or build.
-  RenderSession(std::shared_ptr<headless::Module> module, const std::string& programPath,
+  // Makes a layer for each picture (the first is the effect's own, the others go to the layer
+  // controls) and applies the effect, which takes the program's path from the layer's first
+  // marker. Throws Failure as HostSession does, and when the program does not load or build.
+  RenderSession(const std::string& modulePath, const std::string& programPath,
                 const Program& program, std::vector<LayerPicture> pictures);
-  ~RenderSession();
 
   headless::Effect& effect() { return *effect_; }
+  headless::Composition& composition() { return *composition_; }
 
   // New pictures for the layers, as many as before.
   void setPictures(std::vector<LayerPicture> pictures);
 
-  // One frame. Throws Failure (ExitStatus::Failed) when the module answers with an error.
-  std::shared_ptr<headless::World> render(const headless::RenderOptions& options);
-
-  // What the module did wrong so far, a line each; "" for nothing. Sets the module down.
-  std::string finish();
-
  private:
-  void checkDevice();
-  void checkProgram(const std::string& programPath);
-
-  ScratchFolder folder_;  // for what the module keeps between runs
-  std::unique_ptr<headless::Host> host_;
   std::vector<headless::Layer*> layers_;
+  headless::Composition* composition_ = nullptr;
   headless::Effect* effect_ = nullptr;
 };
 

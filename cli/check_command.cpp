@@ -1,0 +1,74 @@
+#include <memory>
+
+#include "cli/check_report.h"
+#include "cli/child_process.h"
+#include "cli/commands.h"
+#include "cli/failure.h"
+
+namespace vellumtide::cli {
+namespace {
+
+using Json = nlohmann::ordered_json;
+
+struct CheckOptions {
+  std::vector<std::string> files;
+  std::string module;
+  bool json = false;
+  bool here = false;
+  int limitSeconds = 120;
+};
+
+std::string dumped(const Json& json, int indent) {
+  return json.dump(indent, ' ', false, Json::error_handler_t::replace) + "\n";
+}
+
+Json checkInChild(const std::string& file, const CheckOptions& options) {
+  std::vector<std::string> arguments = {"check", "--here"};
+  if (!options.module.empty()) arguments.insert(arguments.end(), {"--module", options.module});
+  arguments.insert(arguments.end(), {"--", file});
+  const ChildResult child = runSelf(arguments, options.limitSeconds);
+  if (!child.failure.empty()) return crashReport(file, child.failure);
+  const Json report = Json::parse(child.output, nullptr, false);
+  return report.is_discarded() ? crashReport(file, "ended without a result") : report;
+}
+
+void check(const CheckOptions& options) {
+  if (options.here) {
+    writeOut(dumped(checkProgram(options.files.front(), options.module), -1));
+    return;
+  }
+  Json reports = Json::array();
+  int status = 0;
+  std::size_t failed = 0;
+  for (const std::string& file : options.files) {
+    reports.push_back(checkInChild(file, options));
+    const Json& report = reports.back();
+    if (!options.json) writeOut(reportText(report));
+    if (report["ok"]) continue;
+    ++failed;
+    if (status == 0) status = report["status"];
+  }
+  if (options.json) writeOut(dumped(reports, 2));
+  if (failed == 0) return;
+  throw Failure(
+      static_cast<ExitStatus>(status),
+      std::to_string(failed) + " of " + std::to_string(options.files.size()) + " programs failed");
+}
+
+}  // namespace
+
+void addCheckCommand(CLI::App& app) {
+  CLI::App* command = app.add_subcommand(
+      "check", "Load programs through the module, each in a process of its own, and report");
+  const auto options = std::make_shared<CheckOptions>();
+  command->add_option("FILE", options->files, "kernels (.pbk) and graphs (.pbg)")->required();
+  command->add_flag("--json", options->json, "print one JSON array");
+  command->add_option("--limit", options->limitSeconds, "seconds that one program may take")
+      ->check(CLI::Range(1, 86400))
+      ->capture_default_str();
+  command->add_option("--module", options->module, "the effect module to use");
+  command->add_flag("--here", options->here)->group("");
+  command->callback([options] { check(*options); });
+}
+
+}  // namespace vellumtide::cli

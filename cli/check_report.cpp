@@ -1,0 +1,113 @@
+#include "cli/check_report.h"
+
+#include "cli/failure.h"
+#include "cli/program_file.h"
+#include "cli/render_session.h"
+#include "cli/utf8_path.h"
+#include "params/slot_assignment.h"
+
+namespace vellumtide::cli {
+namespace {
+
+using Json = nlohmann::ordered_json;
+
+constexpr int kLayerSide = 16;
+
+void addProgram(Json& report, const Program& program) {
+  const ProgramSlots slots = slotsOf(program);
+  report["name"] = program.metadata().name.view();
+  report["version"] = program.metadata().version;
+  report["vendor"] = program.metadata().vendor.view();
+  report["inputs"] = Json::array();
+  for (std::size_t i = 0; i < program.inputs().size(); ++i) {
+    const pbVariable& input = program.inputs()[i];
+    report["inputs"].push_back(
+        {{"name", input.name.view()}, {"type", typeName(input.type)}, {"slot", slots.inputs[i]}});
+  }
+  report["parameters"] = Json::array();
+  for (std::size_t i = 0; i < program.parameters().size(); ++i) {
+    const pbParameter& parameter = program.parameters()[i];
+    report["parameters"].push_back({{"name", parameter.name.view()},
+                                    {"type", typeName(parameter.type)},
+                                    {"slot", slots.parameters[i]},
+                                    {"controls", Json::array()}});
+  }
+}
+
+// The controls that the panel shows for each parameter.
+void addControls(Json& report, const Program& program, const headless::Effect& effect) {
+  for (std::size_t i = 0; i < program.parameters().size(); ++i) {
+    Json& parameter = report["parameters"][i];
+    const int slot = parameter["slot"];
+    if (slot < 0) continue;
+    for (int c = 0; c < controlNeed(program.parameters()[i]).count; ++c) {
+      const headless::Control& control = effect.controls().at(slot + c);
+      if (control.hidden) continue;
+      parameter["controls"].push_back({{"index", control.index}, {"label", control.label}});
+    }
+  }
+}
+
+// Every line but the first moved in.
+std::string indented(const std::string& text) {
+  std::string result;
+  for (char c : text) {
+    result += c;
+    if (c == '\n') result += "  ";
+  }
+  return result;
+}
+
+}  // namespace
+
+Json checkProgram(const std::string& file, const std::string& module) {
+  Json report = {{"file", file}, {"ok", false}, {"status", 0}, {"error", ""}};
+  try {
+    const Program program = readProgram(pathOf(file));
+    addProgram(report, program);
+    std::vector<LayerPicture> pictures;
+    pictures.push_back(
+        {headless::World(kLayerSide, kLayerSide, PF_PixelFormat_ARGB32), {1, 1}, ""});
+    RenderSession session(module, file, program, std::move(pictures));
+    addControls(report, program, session.effect());
+    session.finish();
+    report["ok"] = true;
+  } catch (const Failure& failure) {
+    report["status"] = static_cast<int>(failure.status);
+    report["error"] = failure.what();
+  }
+  return report;
+}
+
+Json crashReport(const std::string& file, const std::string& failure) {
+  return {{"file", file},
+          {"ok", false},
+          {"status", static_cast<int>(ExitStatus::Program)},
+          {"error", file + ": loading it " + failure}};
+}
+
+std::string reportText(const Json& report) {
+  if (!report["ok"]) return "FAILED  " + indented(report["error"]) + "\n";
+  std::string text = "ok  " + report["file"].get<std::string>() + ": " +
+                     report["name"].get<std::string>() + ", version " +
+                     std::to_string(report["version"].get<int>());
+  const std::string vendor = report["vendor"];
+  text += vendor.empty() ? "\n" : ", " + vendor + "\n";
+  for (const Json& input : report["inputs"]) {
+    const int slot = input["slot"];
+    text += "  input " + input["name"].get<std::string>() +
+            (slot < 0 ? ": no layer left" : ": layer " + std::to_string(slot)) + "\n";
+  }
+  for (const Json& parameter : report["parameters"]) {
+    text += "  parameter " + parameter["name"].get<std::string>() + ":";
+    if (parameter["controls"].empty()) text += " no control";
+    for (const Json& control : parameter["controls"]) {
+      text += " " + std::to_string(control["index"].get<int>()) + " \"" +
+              control["label"].get<std::string>() + "\"";
+    }
+    text += "\n";
+  }
+  return text;
+}
+
+}  // namespace vellumtide::cli

@@ -1,0 +1,21 @@
+// What `check` finds out about one program.
+#pragma once
+
+#include <nlohmann/json.hpp>
+#include <string>
+
+namespace vellumtide::cli {
+
+// Loads the program through the module, on a small layer, and says what it got. Never throws for a
+// program that fails: the object then holds its error. Keys: file, ok, status, error, and for a
+// program that was read name, version, vendor, inputs [{name, type, slot}] and parameters [{name,
+// type, slot, controls [{index, label}]}].
+nlohmann::ordered_json checkProgram(const std::string& file, const std::string& module);
+
+// The object for a program whose check did not come to its end.
+nlohmann::ordered_json crashReport(const std::string& file, const std::string& failure);
+
+// The object as lines for people.
+std::string reportText(const nlohmann::ordered_json& report);
+
+}  // namespace vellumtide::cli

@@ -1,0 +1,91 @@
+#include <fcntl.h>
+#include <poll.h>
+#include <spawn.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <chrono>
+#include <csignal>
+#include <cstring>
+
+#include "cli/child_process.h"
+#include "cli/failure.h"
+
+extern char** environ;
+
+namespace vellumtide::cli {
+namespace {
+
+using Clock = std::chrono::steady_clock;
+
+// Reads until the writer closes its end; false when the time is over before that.
+bool readAll(int pipe, Clock::time_point end, std::string& text) {
+  char part[4096];
+  while (true) {
+    const auto left = std::chrono::duration_cast<std::chrono::milliseconds>(end - Clock::now());
+    pollfd waiting{pipe, POLLIN, 0};
+    const int ready = left.count() > 0 ? poll(&waiting, 1, static_cast<int>(left.count())) : 0;
+    if (ready < 0 && errno == EINTR) continue;
+    if (ready <= 0) return false;
+    const ssize_t got = read(pipe, part, sizeof part);
+    if (got < 0 && errno == EINTR) continue;
+    if (got <= 0) return true;
+    text.append(part, static_cast<std::size_t>(got));
+  }
+}
+
+pid_t start(const std::vector<std::string>& arguments, int output) {
+  std::vector<char*> words{const_cast<char*>("vellumtide")};
+  for (const std::string& argument : arguments)
+    words.push_back(const_cast<char*>(argument.c_str()));
+  words.push_back(nullptr);
+
+  posix_spawn_file_actions_t actions;
+  posix_spawn_file_actions_init(&actions);
+  posix_spawn_file_actions_adddup2(&actions, output, STDOUT_FILENO);
+  posix_spawn_file_actions_addopen(&actions, STDERR_FILENO, "/dev/null", O_WRONLY, 0);
+  pid_t child = 0;
+  const int error = posix_spawn(&child, "/proc/self/exe", &actions, nullptr, words.data(), environ);
+  posix_spawn_file_actions_destroy(&actions);
+  if (error != 0) {
+    throw Failure(ExitStatus::Failed,
+                  std::string("no process can be started: ") + std::strerror(error));
+  }
+  return child;
+}
+
+}  // namespace
+
+ChildResult runSelf(const std::vector<std::string>& arguments, int limitSeconds) {
+  int ends[2];
+  if (pipe2(ends, O_CLOEXEC) != 0) {
+    throw Failure(ExitStatus::Failed, std::string("no pipe can be made: ") + std::strerror(errno));
+  }
+  pid_t child = 0;
+  try {
+    child = start(arguments, ends[1]);
+  } catch (const Failure&) {
+    close(ends[0]);
+    close(ends[1]);
+    throw;
+  }
+  close(ends[1]);
+  ChildResult result;
+  const bool inTime =
+      readAll(ends[0], Clock::now() + std::chrono::seconds(limitSeconds), result.output);
+  close(ends[0]);
+  if (!inTime) kill(child, SIGKILL);
+  int status = 0;
+  while (waitpid(child, &status, 0) < 0 && errno == EINTR) {
+  }
+  if (!inTime) {
+    result.failure = "took longer than " + std::to_string(limitSeconds) + " seconds";
+  } else if (WIFSIGNALED(status)) {
+    result.failure = "ended by signal " + std::to_string(WTERMSIG(status)) + " (" +
+                     strsignal(WTERMSIG(status)) + ")";
+  }
+  return result;
+}
+
+}  // namespace vellumtide::cli

@@ -1,0 +1,41 @@
+// The effect module, started on a headless host, and what every command asks of the two.
+#pragma once
+
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "cli/scratch_folder.h"
+#include "headless/host.h"
+
+namespace vellumtide::cli {
+
+class HostSession {
+ public:
+  // Loads the module (see loadModule) and sets it up. `rootFolder` is the preference that says
+  // where lost programs are searched, "" for none. Throws Failure: ExitStatus::NoDevice without a
+  // usable GL device.
+  explicit HostSession(const std::string& modulePath, const std::string& rootFolder = "");
+
+  headless::Host& host() { return *host_; }
+
+  // What the Info panel shows, a line each.
+  std::vector<std::string> infoLines();
+
+  // Throws Failure (ExitStatus::Program) with the driver's log when the program of an instance did
+  // not load or build.
+  void requireUsable(headless::Effect& effect, const std::string& programPath);
+
+  // One frame. Throws Failure (ExitStatus::Failed) when the module answers with an error.
+  std::shared_ptr<headless::World> render(headless::Effect& effect,
+                                          const headless::RenderOptions& options);
+
+  // Sets the module down; throws Failure (ExitStatus::Failed) when it broke the host's rules.
+  void finish();
+
+ private:
+  ScratchFolder folder_;  // for what the module keeps between runs
+  std::unique_ptr<headless::Host> host_;
+};
+
+}  // namespace vellumtide::cli
