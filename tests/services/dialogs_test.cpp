@@ -9,6 +9,7 @@ namespace {
 
 namespace fs = std::filesystem;
 using headless::DialogRecord;
+using testing::nativePath;
 using testing::RoomHost;
 using testing::ScratchFolder;
 using Lines = std::vector<std::optional<std::string>>;
@@ -108,7 +109,7 @@ TEST(InformationDialog, ShowsTheProgramOrAsksForItsFile) {
     EXPECT_EQ(scripts.dialogs()[0].text, c.shown);
     EXPECT_EQ(scripts.dialogs()[0].title, c.text ? "Pixel Bender Information" : "");
     EXPECT_EQ(room.host.infoPanel().size(), c.text ? 1u : 0u) << "the error log follows";
-    EXPECT_EQ(instance.did, c.did);
+    EXPECT_EQ(instance.did, nativePath(c.did));
   }
 }
 
@@ -133,7 +134,8 @@ TEST(AboutBox, ShowsThePictureOnceAndOpensThePage) {
   EXPECT_EQ(window.bounds, (std::vector{0, 0, 512, 322}));
   EXPECT_EQ(window.controls.at(0).bounds, (std::vector{0, 0, 512, 288}));
   ASSERT_EQ(window.drawn.size(), 2u);
-  EXPECT_NE(window.drawn[0].text.find("Orrinwald/Vellumtide/splash.png"), std::string::npos);
+  EXPECT_NE(window.drawn[0].text.find(nativePath("Orrinwald/Vellumtide/splash.png")),
+            std::string::npos);
   EXPECT_EQ(window.drawn[1].text, "Vellumtide v 1.2.2 (c) 2013 Orrinwald");
   EXPECT_EQ(scripts.dialogs()[2].drawn.size(), 1u) << "no picture the second time";
   EXPECT_EQ(scripts.dialogs()[1].text.rfind("This script requires access to network.", 0), 0u);

@@ -50,7 +50,7 @@ TEST(JstFile, OpensByModeAndKeepsWhatWasWritten) {
   EXPECT_EQ(file.mode(), File::Mode::None) << "an unknown mode closes the stream";
   ASSERT_TRUE(file.open('r'));
   EXPECT_EQ(file.readAll(5), std::nullopt);
-  EXPECT_TRUE(file.remove());
+  EXPECT_TRUE(file.close() && file.remove());
   EXPECT_FALSE(file.exists() || file.remove() || File("").exists() || File("").open('w'));
 }
 

@@ -3,10 +3,12 @@
 #include <cstring>
 
 #include "support/room_host.h"
+#include "support/scratch_folder.h"
 
 namespace vellumtide {
 namespace {
 
+using testing::nativePath;
 using testing::RoomHost;
 
 TEST(ScriptBridge, ComposesItsScriptsExactly) {
@@ -72,10 +74,10 @@ TEST(ScriptBridge, ReadsAnswers) {
       std::string path = "old";
       char buffer[] = "overwritten";
       EXPECT_EQ(openFileDialog(in, "p", "f", path), c.file);
-      EXPECT_EQ(path, c.answer.value_or(""));
+      EXPECT_EQ(path, nativePath(c.answer.value_or("")));
       EXPECT_EQ(selectFolderDialog(in, "p", path), c.folder);
       EXPECT_EQ(openFileDialog(in, "p", "f", 5, buffer), std::strlen(c.copied));
-      EXPECT_STREQ(buffer, c.copied);
+      EXPECT_EQ(buffer, nativePath(c.copied));
       EXPECT_EQ(selectFolderDialog(in, "p", 5, buffer), std::strlen(c.copied));
       EXPECT_EQ(confirm(in, "t", "m", !c.file), c.file);
     });

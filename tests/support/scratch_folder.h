@@ -10,6 +10,15 @@
 
 namespace vellumtide::testing {
 
+inline std::filesystem::path utf8Path(std::string_view text) {
+  return std::u8string(text.begin(), text.end());
+}
+
+// With the separators that the scripts of this system give their paths.
+inline std::string nativePath(const std::string& path) {
+  return std::filesystem::path(path).make_preferred().string();
+}
+
 class ScratchFolder {
  public:
   ScratchFolder() {
@@ -28,11 +37,11 @@ class ScratchFolder {
   }
   // Writes a file and the folders it lies in.
   void put(std::string_view name, std::string_view bytes) const {
-    std::filesystem::create_directories(std::filesystem::path(path(name)).parent_path());
-    std::ofstream(path(name), std::ios::binary) << bytes;
+    std::filesystem::create_directories(utf8Path(path(name)).parent_path());
+    std::ofstream(utf8Path(path(name)), std::ios::binary) << bytes;
   }
   std::string get(std::string_view name) const {
-    std::ifstream file(path(name), std::ios::binary);
+    std::ifstream file(utf8Path(path(name)), std::ios::binary);
     return std::string(std::istreambuf_iterator<char>(file), {});
   }
 
