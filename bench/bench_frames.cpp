@@ -59,19 +59,15 @@ std::vector<Pass> kernelPasses() {
 std::string diamondText() {
   return end_to_end::GraphText("diamond")
       .parameter("level", "float", "0.75")
-      .input("src")
       .kernel(kGainKernel)
       .kernel(kMixKernel)
       .node("first", "Gain", "first::amount = level;")
       .node("left", "Gain", "left::amount = level * 0.5;")
       .node("right", "Gain", "right::amount = level * 1.5;")
       .node("last", "Mix", "last::amount = level;")
-      .connectImage("src", "first")
-      .connect("first", "left")
-      .connect("first", "right")
-      .connect("left", "last", "a")
-      .connect("right", "last", "b")
-      .output("last")
+      .wire(
+          "src=image src>first.src first>left.src first>right.src left>last.a right>last.b "
+          "last>out")
       .str();
 }
 

@@ -3,7 +3,6 @@
 
 #include <cstring>
 #include <limits>
-#include <sstream>
 
 #include "tests/end_to_end/support/pictures.h"
 #include "tests/end_to_end/support/session.h"
@@ -12,9 +11,6 @@ namespace vellumtide::end_to_end {
 namespace {
 
 const char* const kCopy = "dst = sampleNearest(src, outCoord());";
-
-constexpr PF_PixelFormat kFormats[] = {PF_PixelFormat_ARGB32, PF_PixelFormat_ARGB64,
-                                       PF_PixelFormat_ARGB128};
 
 // Counts through every value a channel can have, or through the floats that are easily lost.
 World everyValue(int width, int height, PF_PixelFormat format, WorldLayout layout) {
@@ -43,14 +39,9 @@ std::string firstDifference(const World& a, const World& b, int width, int heigh
   for (int y = 0; y < height; ++y) {
     for (int x = 0; x < width; ++x) {
       if (std::memcmp(a.row(y) + x * size, b.row(y) + x * size, size) == 0) continue;
-      std::ostringstream text;
-      text << "(" << x << ", " << y << ")";
-      for (const double channel : a.pixel(x, y))
-        text << " " << channel;
-      text << " became";
-      for (const double channel : b.pixel(x, y))
-        text << " " << channel;
-      return text.str();
+      return "(" + std::to_string(x) + ", " + std::to_string(y) + ") " +
+             ::testing::PrintToString(a.pixel(x, y)) + " became " +
+             ::testing::PrintToString(b.pixel(x, y));
     }
   }
   return "";

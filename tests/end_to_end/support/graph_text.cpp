@@ -1,5 +1,7 @@
 #include "tests/end_to_end/support/graph_text.h"
 
+#include <sstream>
+
 namespace vellumtide::end_to_end {
 namespace {
 
@@ -11,15 +13,9 @@ std::string attribute(const char* name, const std::string& value) {
 
 GraphText& GraphText::parameter(const std::string& name, const std::string& type,
                                 const std::string& defaultValue) {
-  const std::string value = defaultValue.empty() ? ""
-                                                 : "<metadata name=\"defaultValue\"" +
-                                                       attribute("value", defaultValue) + "/>";
-  return raw("<parameter" + attribute("name", name) + attribute("type", type) + ">" + value +
-             "</parameter>");
-}
-
-GraphText& GraphText::input(const std::string& name) {
-  return raw("<inputImage type=\"image4\"" + attribute("name", name) + "/>");
+  return raw("<parameter" + attribute("name", name) + attribute("type", type) +
+             "><metadata name=\"defaultValue\"" + attribute("value", defaultValue) +
+             "/></parameter>");
 }
 
 GraphText& GraphText::kernel(const std::string& source) {
@@ -28,29 +24,42 @@ GraphText& GraphText::kernel(const std::string& source) {
 
 GraphText& GraphText::node(const std::string& id, const std::string& kernelName,
                            const std::string& statements) {
-  const std::string function =
-      statements.empty() ? ""
-                         : "<evaluateParameters><![CDATA[\nvoid evaluateParameters()\n{\n\t" +
-                               statements + "\n}\n]]></evaluateParameters>";
-  return raw("<node" + attribute("id", id) + attribute("name", kernelName) + ">" + function +
-             "</node>");
+  raw("<node" + attribute("id", id) + attribute("name", kernelName) + ">");
+  if (!statements.empty()) {
+    raw("<evaluateParameters><![CDATA[\nvoid evaluateParameters()\n{\n\t" + statements +
+        "\n}\n]]></evaluateParameters>");
+  }
+  return raw("</node>");
 }
 
-GraphText& GraphText::connectImage(const std::string& image, const std::string& to,
-                                   const std::string& input) {
-  return raw("<connect" + attribute("fromImage", image) + attribute("toNode", to) +
-             attribute("toInput", input) + "/>");
+GraphText& GraphText::wire(const std::string& words) {
+  std::istringstream stream(words);
+  for (std::string word; stream >> word;) {
+    const std::size_t sign = word.find_first_of("=>");
+    const std::string left = word.substr(0, sign), right = word.substr(sign + 1);
+    if (word[sign] == '>') {
+      addConnection(left, right);
+    } else if (right != "image") {
+      node(left, right);
+    } else {
+      images_.insert(left);
+      raw("<inputImage type=\"image4\"" + attribute("name", left) + "/>");
+    }
+  }
+  return *this;
 }
 
-GraphText& GraphText::connect(const std::string& from, const std::string& to,
-                              const std::string& input) {
-  return raw("<connect" + attribute("fromNode", from) + " fromOutput=\"dst\"" +
-             attribute("toNode", to) + attribute("toInput", input) + "/>");
-}
-
-GraphText& GraphText::output(const std::string& from) {
-  return raw("<outputImage type=\"image4\" name=\"result\"/><connect" +
-             attribute("fromNode", from) + " fromOutput=\"dst\" toImage=\"result\"/>");
+void GraphText::addConnection(const std::string& from, const std::string& to) {
+  const std::string start =
+      "<connect" + (images_.count(from) ? attribute("fromImage", from)
+                                        : attribute("fromNode", from) + " fromOutput=\"dst\"");
+  if (to == "out") {
+    raw("<outputImage type=\"image4\" name=\"result\"/>" + start + " toImage=\"result\"/>");
+  } else {
+    const std::size_t dot = to.find('.');
+    raw(start + attribute("toNode", to.substr(0, dot)) + attribute("toInput", to.substr(dot + 1)) +
+        "/>");
+  }
 }
 
 GraphText& GraphText::raw(const std::string& xml) {
@@ -63,35 +72,30 @@ std::string GraphText::str() const {
          " languageVersion=\"1.0\">\n" + elements_ + "</graph>\n";
 }
 
-std::string chainText(int count, const std::string& step) {
+GraphText chain(int nodes, const std::string& step) {
   GraphText graph("chain");
-  graph.input("src").kernel(step);
-  std::string last;
-  for (int i = 0; i < count; ++i) {
+  graph.kernel(step).wire("src=image");
+  std::string last = "src";
+  for (int i = 0; i < nodes; ++i) {
     const std::string id = "n" + std::to_string(i);
-    graph.node(id, "Step");
-    i == 0 ? graph.connectImage("src", id) : graph.connect(last, id);
+    graph.wire(id + "=Step " + last + ">" + id + ".src");
     last = id;
   }
-  return graph.output(last).str();
+  return graph.wire(last + ">out");
 }
 
-std::string ladderText(int rungs, const std::string& rung) {
+GraphText ladder(int rungs, const std::string& rung) {
   GraphText graph("ladder");
-  graph.input("src").kernel(rung);
+  graph.kernel(rung).wire("src=image");
+  std::string left = "src", right = "src";
   for (int i = 0; i < rungs; ++i) {
-    const std::string number = std::to_string(i), before = std::to_string(i - 1);
-    for (const char* side : {"left", "right"}) {
-      const std::string id = side + number;
-      graph.node(id, "Rung");
-      if (i == 0) {
-        graph.connectImage("src", id, "a").connectImage("src", id, "b");
-      } else {
-        graph.connect("left" + before, id, "a").connect("right" + before, id, "b");
-      }
-    }
+    const std::string number = std::to_string(i);
+    for (const std::string& id : {"left" + number, "right" + number})
+      graph.wire(id + "=Rung " + left + ">" + id + ".a " + right + ">" + id + ".b");
+    left = "left" + number;
+    right = "right" + number;
   }
-  return graph.output("left" + std::to_string(rungs - 1)).str();
+  return graph.wire(left + ">out");
 }
 
 }  // namespace vellumtide::end_to_end

@@ -21,6 +21,11 @@ void fill(World& world, Draw draw) {
   }
 }
 
+// The nearest value that a channel of that many steps can hold.
+double heldToSteps(double value, double white) {
+  return std::round(std::clamp(value, 0.0, 1.0) * white) / white;
+}
+
 }  // namespace
 
 World randomWorld(int width, int height, PF_PixelFormat format, WorldLayout layout) {
@@ -50,11 +55,15 @@ Rgba pixelAt(const World& world, int x, int y) {
   return {pixel[0], pixel[1], pixel[2], pixel[3]};
 }
 
+Formula everywhere(const Rgba& color) {
+  return [color](const Rgba&, int, int) { return color; };
+}
+
 std::string differences(const World& source, const World& got, const Formula& formula,
                         double relative) {
   constexpr const char* kChannels[] = {"red", "green", "blue", "alpha"};
   const bool isFloat = got.format() == PF_PixelFormat_ARGB128;
-  const double step = got.format() == PF_PixelFormat_ARGB64 ? 1.0 / 32768 : 1.0 / 255;
+  const double white = got.format() == PF_PixelFormat_ARGB64 ? 32768 : 255;
   std::ostringstream text;
   text.precision(9);
   int wrong = 0;
@@ -64,8 +73,8 @@ std::string differences(const World& source, const World& got, const Formula& fo
       const Rgba expected = formula(before, x, y);
       const Rgba after = pixelAt(got, x, y);
       for (std::size_t c = 0; c < 4; ++c) {
-        const double wanted = isFloat ? expected[c] : std::clamp(expected[c], 0.0, 1.0);
-        const double allowed = isFloat ? relative * std::max(1.0, std::abs(wanted)) : 1.001 * step;
+        const double wanted = isFloat ? expected[c] : heldToSteps(expected[c], white);
+        const double allowed = isFloat ? relative * std::max(0.1, std::abs(wanted)) : 1.001 / white;
         if (std::abs(after[c] - wanted) <= allowed) continue;
         if (wrong++ >= kShown) continue;
         text << "(" << x << ", " << y << ") " << kChannels[c] << ": source " << before[c]

@@ -4,6 +4,7 @@
 
 #include <cstdlib>
 #include <fstream>
+#include <stdexcept>
 #include <utility>
 
 namespace vellumtide::end_to_end {
@@ -13,6 +14,12 @@ std::shared_ptr<Module> builtModule() {
   const char* other = std::getenv("VELLUMTIDE_MODULE");
   static const std::shared_ptr<Module> module = Module::load(other ? other : defaultModulePath());
   return module;
+}
+
+PF_ParamIndex shownIndex(Effect& effect, const std::string& label) {
+  const Control* control = effect.findShown(label);
+  if (!control) throw std::out_of_range("no control is shown as \"" + label + "\"");
+  return control->index;
 }
 
 }  // namespace
@@ -55,18 +62,46 @@ Effect& Session::effect(World pixels, const std::string& programPath) {
 }
 
 Effect& Session::kernel(World pixels, const std::string& text) {
-  return effect(std::move(pixels), file("sample" + std::to_string(files_++) + ".pbk", text));
+  return effect(std::move(pixels), file(std::to_string(files_++) + ".pbk", text));
+}
+
+Effect& Session::graph(World pixels, const std::string& text) {
+  return effect(std::move(pixels), file(std::to_string(files_++) + ".pbg", text));
+}
+
+World Session::render(Effect& effect, RenderOptions options) {
+  const RenderResult frame = host.render(effect, options);
+  EXPECT_EQ(frame.error, PF_Err_NONE);
+  return frame.output ? *frame.output : World(0, 0, options.format);
 }
 
 std::string Session::takeInfo() {
   std::string text;
   for (const InfoText& info : host.infoPanel()) {
-    if (!text.empty()) text += "\n";
-    for (std::size_t i = 0; i < info.lines.size(); ++i)
-      text += (i ? " / " : "") + info.lines[i].value_or("");
+    std::string shown;
+    for (const auto& line : info.lines) {
+      if (line && !line->empty()) shown += (shown.empty() ? "" : " / ") + *line;
+    }
+    text += (text.empty() ? "" : "\n") + shown;
   }
   host.infoPanel().clear();
   return text;
+}
+
+void setControl(Effect& effect, const std::string& label, const std::vector<double>& numbers) {
+  const PF_ParamIndex index = shownIndex(effect, label);
+  switch (numbers.size()) {
+    case 1:
+      return effect.setNumber(index, numbers[0]);
+    case 2:
+      return effect.setPoint(index, numbers[0], numbers[1]);
+    default:
+      return effect.setColor(index, {numbers.at(0), numbers.at(1), numbers.at(2), numbers.at(3)});
+  }
+}
+
+void setLayer(Effect& effect, const std::string& label, const Layer* layer) {
+  effect.setLayer(shownIndex(effect, label), layer);
 }
 
 }  // namespace vellumtide::end_to_end

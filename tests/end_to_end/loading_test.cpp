@@ -1,0 +1,122 @@
+// Programs on their way into an instance: markers, messages, the cache, programs that fail.
+#include <gtest/gtest.h>
+
+#include "tests/end_to_end/support/graph_text.h"
+#include "tests/end_to_end/support/pictures.h"
+#include "tests/end_to_end/support/session.h"
+
+namespace vellumtide::end_to_end {
+namespace {
+
+const char* const kCopy = "dst = sampleNearest(src, outCoord());";
+
+// The instance has no program: its title says so, no control is shown, and a frame leaves the
+// output as the host gave it.
+void expectUnusable(Session& session, Effect& effect) {
+  EXPECT_EQ(effect.title, "VTD: (Invalid PB)");
+  EXPECT_TRUE(effect.shownControls().empty());
+  World output(9, 7, PF_PixelFormat_ARGB32);
+  output.fillBytes(0x5A);
+  const uint64_t before = output.checksum();
+  const RenderResult frame = session.host.render(effect, {.output = &output});
+  EXPECT_EQ(frame.error, PF_Err_NONE);
+  EXPECT_FALSE(frame.output) << "the prepared output was not used";
+  EXPECT_EQ(output.checksum(), before);
+}
+
+TEST(Loading, InfoPanelSaysWhatHappened) {
+  Session session;
+  const std::string graphText = chain(1, kernelText("", kCopy, "Step")).str();
+  const std::string kernel = session.file("a.pbk", kernelText("", kCopy, "Copy"));
+  const std::string folder = kernel.substr(0, kernel.size() - 5);
+  session.file("a.pbg", graphText);
+  session.file("b.PBG", graphText);
+  session.file("b.PBK", kernelText("", kCopy));
+  const std::string cheese = "K\xC3\xA4se \xF0\x9F\xA7\x80.pbk";
+  const struct {
+    std::string comment, info, title;
+  } cases[] = {
+      {kernel, "Kernel has been loaded from file: / Copy", "VTD: Copy"},
+      {kernel, "Kernel has been loaded from memory / Copy", "VTD: Copy"},
+      {folder + "a.pbg", "Graph has been loaded from file: / chain", "VTD: chain"},
+      {folder + "a.pbg", "Graph has been loaded from memory / chain", "VTD: chain"},
+      {folder + "b.PBG", "Graph has been loaded from file: / chain", "VTD: chain"},
+      {folder + "b.PBK", "Unknown file extention: / " + folder + "b.PBK", ""},
+      {folder + "none.pbk", "Kernel file could not be opened: / " + folder + "none.pbk", ""},
+      {folder + "none.pbg", "", ""},
+      {"a.pbk", "Kernel file could not be opened: / a.pbk", ""},
+      {"xapbk", "Kernel file could not be opened: / xapbk", ""},
+      {cheese, "Kernel file could not be opened: / " + cheese, ""},
+      {".pbk", "", ""},
+      {folder + "a.Pbk", "", ""},
+      {folder, "", ""},
+      {"", "", ""},
+  };
+  for (const auto& c : cases) {
+    SCOPED_TRACE(c.comment);
+    Effect& effect = session.effect(World(9, 7, PF_PixelFormat_ARGB32), c.comment);
+    EXPECT_EQ(session.takeInfo(), c.info);
+    if (c.title.empty()) {
+      expectUnusable(session, effect);
+    } else {
+      EXPECT_EQ(effect.title, c.title);
+    }
+  }
+}
+
+// From memory, although the file has changed, in silence and with the user's values.
+TEST(Loading, SavedInstancesFindTheirProgramAgain) {
+  Session session;
+  const std::string path =
+      session.file("gain.pbk", kernelText("parameter float gain <defaultValue: 2.0;>;",
+                                          "dst = sampleNearest(src, outCoord()) * gain;"));
+  Effect& effect = session.effect(plainWorld(9, 7, kFloat, {0.25, 0.5, 0, 1}), path);
+  EXPECT_EQ(pixelAt(session.render(effect, {.format = kFloat}), 0, 0)[1], 1);
+  setControl(effect, "gain", {3});
+  const std::vector<uint8_t> saved = session.host.save(effect);
+  EXPECT_EQ(std::string(saved.begin(), saved.end()),
+            std::string("\1\0\0\0\0\0\0\0", 8) + path + '\0');
+  session.file("gain.pbk", "");
+  session.takeInfo();
+
+  Effect& again = session.host.duplicate(effect);
+  EXPECT_EQ(session.host.updateParamsUi(again), PF_Err_NONE);
+  EXPECT_EQ(session.takeInfo(), "");
+  EXPECT_EQ(again.title, "VTD: Sample");
+  EXPECT_EQ(pixelAt(session.render(again, {.format = kFloat}), 0, 0)[1], 1.5);
+}
+
+TEST(Loading, ProgramsThatDoNotBuildAreReported) {
+  HostOptions options;
+  options.captureOutput = true;
+  Session session(options);
+  const std::string badStep = kernelText("", "dst = nonsense;", "Step");
+  const struct {
+    const char *declarations, *statements, *info, *output;
+  } cases[] = {
+      {"", "dst = nonsense;",
+       "!!!Sample vertex shader failed to compile\n!!!Sample fragment shader failed to compile\n",
+       "*********** fglsl **********\n#define parameter uniform\n"},
+      {"dependent float2 d; void evaluateDependents() { d = nonsense; }", kCopy,
+       "!!!Sample vertex shader failed to compile\n",
+       "*********** vglsl **********\n\n#define vlmk_VERTEX_SHADER\n"},
+      {"float4 later(float2 at);", "dst = later(outCoord());", "!!!Sample program failed to link\n",
+       ""},
+  };
+  for (const auto& c : cases) {
+    SCOPED_TRACE(c.info);
+    Effect& effect = session.kernel(World(9, 7, PF_PixelFormat_ARGB32),
+                                    kernelText(c.declarations, c.statements));
+    const std::string info = session.takeInfo();
+    EXPECT_EQ(info, c.info + std::string("Kernel has been loaded from file: / Sample"));
+    const std::string output = session.host.standardOutput();
+    EXPECT_NE(output.find(c.output), std::string::npos) << output;
+    EXPECT_EQ(output.empty(), !*c.output) << output;
+    session.render(effect);
+  }
+  session.graph(World(9, 7, PF_PixelFormat_ARGB32), chain(2, badStep).str());
+  EXPECT_EQ(session.takeInfo().find("!!!n0 vertex shader failed to compile\n!!!n0 fragment"), 0u);
+}
+
+}  // namespace
+}  // namespace vellumtide::end_to_end

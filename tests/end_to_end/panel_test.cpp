@@ -1,0 +1,103 @@
+// The effect's panel after a program is loaded.
+#include <gtest/gtest.h>
+
+#include "tests/end_to_end/support/pictures.h"
+#include "tests/end_to_end/support/session.h"
+
+namespace vellumtide::end_to_end {
+namespace {
+
+const char* const kCopy = "dst = sampleNearest(src, outCoord());";
+
+World picture() {
+  return World(40, 20, PF_PixelFormat_ARGB32);
+}
+
+// "4 flag; 24 mode": index and label of the shown controls, from the `first`-th on.
+std::string shown(const Effect& effect, std::size_t first = 0) {
+  const auto controls = effect.shownControls();
+  std::string text;
+  for (std::size_t i = first; i < controls.size(); ++i) {
+    text += (i > first ? "; " : "") + std::to_string(controls[i]->index) + " " + controls[i]->label;
+  }
+  return text;
+}
+
+// The second name is cut inside its last character.
+const char* const kDeclarations = R"(
+  input image4 src; input image4 matte;
+  parameter bool flag <aeDisplayName: "Flag"; defaultValue: true;>;
+  parameter int mode <aeUIControl: "aePopup"; aePopupString: "one|two|three"; defaultValue: 2;>;
+  parameter int2 steps <minValue: int2(-5, 0); maxValue: int2(5, 900);>;
+  parameter float abcdefghijklmnopqrstuvwxyz_abcdefghijklm;
+  parameter float2 pair <displayName: "abcdefghijklmnopqrstuvwxyz01äö";
+    minValue: float2(-1.0, 2.0); maxValue: float2(1.0, 1.0); defaultValue: float2(0.5, 9.0);>;
+  parameter float2 at <aeUIControl: "aePoint"; aePointRelativeDefaultValue: float2(0.25, 1.0);>;
+  parameter float turn <parameterType: "angleDegrees"; defaultValue: 30.0;>;
+  parameter float3 tint <parameterType: "colorRGB"; defaultValue: float3(0.2, 0.4, 0.0);>;
+  parameter float2x2 m;)";
+
+TEST(Panel, ControlsMirrorTheProgram) {
+  Session session;
+  Effect& effect = session.kernel(picture(), kernelText(kDeclarations, kCopy));
+  EXPECT_EQ(effect.title, "VTD: Sample");
+  EXPECT_EQ(effect.optionsButton, "PB Info");
+  EXPECT_EQ(shown(effect),
+            "1 matte; 4 Flag; 24 mode; 34 steps x; 35 steps y; 44 abcdefghijklmnopqrstuvwxyz_abcd; "
+            "45 abcdefghijklmnopqrstuvwxyz01 x; 46 abcdefghijklmnopqrstuvwxyz01 y; 47 m [0][0]; "
+            "48 m [0][1]; 49 m [1][0]; 50 m [1][1]; 94 at; 104 turn; 114 tint");
+  EXPECT_EQ(effect.control(24).choices(), (std::vector<std::string>{"one", "two", "three"}));
+  const struct {
+    PF_ParamIndex index;
+    double number, sliderMin, sliderMax, validMax;
+  } numbers[] = {
+      {4, 1, 0, 0, 0},         {24, 3, 0, 0, 0},
+      {34, 0, -5, 5, 32767},   {35, 0, 0, 900, 32767},
+      {45, 0.5, -1, 1, 32767}, {46, 9, -254, 254, 32767},  // a range upside down is none
+      {104, 30, 0, 0, 0},
+  };
+  for (const auto& c : numbers) {
+    const Control& control = effect.control(c.index);
+    EXPECT_EQ(control.number, c.number) << c.index;
+    EXPECT_EQ(control.sliderMin, c.sliderMin) << c.index;
+    EXPECT_EQ(control.sliderMax, c.sliderMax) << c.index;
+    EXPECT_EQ(control.validMax, c.validMax) << c.index;
+  }
+  EXPECT_EQ(effect.control(94).point.x, 10);
+  EXPECT_EQ(effect.control(94).point.y, 20);
+  EXPECT_NEAR(effect.control(114).color.green, 0.4, 1e-6);
+
+  // A second update is the user's turn: values stay, and nothing is said again.
+  setControl(effect, "turn", {7});
+  const int updates = effect.control(24).updates;
+  EXPECT_EQ(session.host.updateParamsUi(effect), PF_Err_NONE);
+  EXPECT_EQ(effect.control(104).number, 7);
+  EXPECT_EQ(effect.control(24).updates, updates);
+}
+
+TEST(Panel, FullBanksLeaveParametersOut) {
+  Session session;
+  std::string bools = "parameter bool b0", floats = "parameter float4x4 m; parameter float f0";
+  for (int i = 1; i <= 20; ++i)
+    bools += ", b" + std::to_string(i);
+  for (int i = 1; i < 40; ++i)
+    floats += ", f" + std::to_string(i);
+  EXPECT_EQ(shown(session.kernel(picture(), kernelText(bools + ";", kCopy)), 19), "23 b19");
+  EXPECT_EQ(shown(session.kernel(picture(), kernelText(floats + ";", kCopy)), 49), "93 f33");
+  // A run that no longer fits leaves its place to a smaller one; unbound ones keep their default.
+  Effect& tight = session.kernel(
+      World(2, 2, kFloat),
+      kernelText("parameter float4x4 a, b, c; parameter float3 d <defaultValue: float3(9.0);>;"
+                 "parameter float2 e; parameter float g <defaultValue: 4.0;>;",
+                 "dst = float4(d, g);"));
+  EXPECT_EQ(shown(tight, 48), "92 e x; 93 e y");
+  EXPECT_EQ(pixelAt(session.render(tight, {.format = kFloat}), 1, 1), (Rgba{9, 0, 0, 4}));
+  // A fifth input has no layer.
+  Effect& many = session.kernel(
+      picture(), kernelText("input image4 a, b, c, d, e;", "dst = sampleNearest(e, outCoord());"));
+  EXPECT_EQ(shown(many), "1 b; 2 c; 3 d");
+  EXPECT_EQ(pixelAt(session.render(many), 1, 1), (Rgba{0, 0, 0, 0}));
+}
+
+}  // namespace
+}  // namespace vellumtide::end_to_end
