@@ -109,15 +109,29 @@ void showProject(const ProjectOptions& options) {
   opened.session().finish();
 }
 
+// A program that is not where it was, nor in the root folder, is lost.
+void requireProgram(HostSession& session, headless::Effect& effect) {
+  try {
+    session.requireUsable(effect, effect.program);
+  } catch (const Failure&) {
+    std::error_code ignored;
+    if (fs::exists(pathOf(effect.program), ignored)) throw;
+    throw Failure(ExitStatus::Program,
+                  effect.program + ": the program is lost; name a folder that holds it, or whose " +
+                      "folders do, with --root-folder");
+  }
+}
+
 void renderProject(const ProjectOptions& options) {
+  checkWritable(pathOf(options.output), {});
   OpenProject opened(options);
   if (options.instance > static_cast<int>(opened.instances().size())) {
-    throw Failure(ExitStatus::Usage, options.project + ": has " +
-                                         std::to_string(opened.instances().size()) +
-                                         " instances of the effect");
+    throw Failure(ExitStatus::Usage, options.project + ": there is no instance " +
+                                         std::to_string(options.instance) + "; it has " +
+                                         std::to_string(opened.instances().size()));
   }
   headless::Effect& effect = *opened.instances()[static_cast<std::size_t>(options.instance) - 1];
-  opened.session().requireUsable(effect, effect.program);
+  requireProgram(opened.session(), effect);
   const headless::Layer& layer = effect.layer();
   requireRoom(layer.pixels(), opened.pictures().format, options.downsample);
 
