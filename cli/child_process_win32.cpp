@@ -14,7 +14,8 @@ namespace {
 std::wstring quoted(const std::string& argument) {
   std::wstring result = L"\"";
   std::size_t backslashes = 0;
-  for (wchar_t c : pathOf(argument).native()) {
+  const std::filesystem::path wide = pathOf(argument);
+  for (wchar_t c : wide.native()) {
     if (c == L'"') result.append(backslashes + 1, L'\\');
     backslashes = c == L'\\' ? backslashes + 1 : 0;
     result += c;
