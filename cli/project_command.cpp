@@ -31,7 +31,9 @@ std::optional<int> depthOf(const ProjectOptions& options) {
 
 void makeProject(const ProjectOptions& options) {
   const Program program = readProgram(pathOf(options.program));
-  const std::vector<fs::path> files(options.inputs.begin(), options.inputs.end());
+  std::vector<fs::path> files;
+  for (const std::string& input : options.inputs)
+    files.push_back(pathOf(input));
   RenderSession session(options.module, options.program, program, readPictures(files, {}).pictures);
   ControlPanel panel(program, session.effect());
   for (const std::string& setting : options.settings)
