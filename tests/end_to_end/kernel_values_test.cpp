@@ -139,16 +139,17 @@ TEST(KernelValues, UpToFourLayersOfAnySize) {
   const std::string path = session.file(
       "four.pbk", kernelText("input image4 a; input image4 b; input image4 c; input image4 d;",
                              "float2 at = outCoord(); dst = float4(sampleNearest(a, at).r,"
-                             "sampleNearest(b, at).g, sampleNearest(c, at).b, sampleNearest(d, "
-                             "at).a) + sampleNearest(c, at + float2(3.0, 3.0)).r;"));
+                             "sampleNearest(b, at).g, sampleNearest(c, at + float2(3, 3)).b,"
+                             "sampleNearest(d, at).a);"));
   for (const PF_PixelFormat format : kFormats) {
     const World picture = plainWorld(8, 6, format, {0.6, 0, 0, 0});
     Effect& effect = session.effect(picture, path);
     // Every node draws at the size of the largest layer.
     setLayer(effect, "b", &session.layer(plainWorld(4, 3, format, {0, 0.4, 0, 0})));
-    setLayer(effect, "c", &session.layer(plainWorld(11, 9, format, {0.2, 0, 0.4, 0})));
-    const Formula expected = [](const Rgba&, int x, int y) {
-      return Rgba{0.8, x < 4 && y < 3 ? 0.6 : 0.2, 0.6, 0.2};
+    const World large = randomWorld(11, 9, format);
+    setLayer(effect, "c", &session.layer(large));
+    const Formula expected = [&large](const Rgba&, int x, int y) {
+      return Rgba{0.6, x < 4 && y < 3 ? 0.4 : 0, pixelAt(large, x + 3, y + 3)[2], 0};
     };
     EXPECT_EQ(differences(picture, session.render(effect, {.format = format}), expected), "");
     for (const char* label : {"b", "c", "d"})
