@@ -23,13 +23,15 @@ bool namesProgram(const std::string& comment) {
   return ending == "pbk" || ending == "PBK" || ending == "pbg" || ending == "PBG";
 }
 
-// Looks for a file that has moved under the preference's root folder.
-void relocate(PF_InData* in_data, std::string& path) {
+// Looks for a file that has moved under the preference's root folder. The path stays as it was when
+// there is none, and for want of memory.
+void relocate(PF_InData* in_data, std::string& path) try {
   const HostFile file(path);
   if (path.empty() || file.exists()) return;
   const std::string rootFolder = readRootFolder(in_data);
   if (rootFolder.empty()) return;
   if (const auto found = findUnderRootFolder(rootFolder, file.getName())) path = *found;
+} catch (PF_Err) {
 }
 
 // A program that cannot be loaded, for want of memory too, leaves the instance without one.
