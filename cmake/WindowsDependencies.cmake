@@ -41,6 +41,16 @@ endfunction()
 
 set(from ${VELLUMTIDE_WINDOWS_SOURCES})
 
+# Licences of what ends up inside the programs, as name=file.
+set(VELLUMTIDE_LICENCES)
+foreach(library glew tinyxml duktape libpng1.6)
+  list(APPEND VELLUMTIDE_LICENCES ${library}=${from}/${library}/debian/copyright)
+endforeach()
+foreach(package nlohmann-json3-dev libcli11-dev libz-mingw-w64-dev mingw-w64-common
+        gcc-mingw-w64-base)
+  list(APPEND VELLUMTIDE_LICENCES ${package}=/usr/share/doc/${package}/copyright)
+endforeach()
+
 vellumtide_library(glew ALIAS GLEW::GLEW
   SOURCES ${from}/glew/src/glew.c INCLUDES ${from}/glew/include
   DEFINES GLEW_STATIC LINKS OpenGL::GL)

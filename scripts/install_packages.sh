@@ -17,7 +17,7 @@ test="libgtest-dev libgmock-dev libbenchmark-dev
 # The cross-compiler, the sources that dependencies of the Windows module are built from, and a
 # Windows to run it on: Wine with a virtual display and a software rasteriser.
 windows="g++-mingw-w64-x86-64-posix binutils-mingw-w64-x86-64 libz-mingw-w64-dev
-  cmake ninja-build ccache dpkg-dev ca-certificates googletest nlohmann-json3-dev libcli11-dev
+  cmake ninja-build ccache dpkg-dev zip ca-certificates googletest nlohmann-json3-dev libcli11-dev
   wine wine64 xvfb xauth libgl1-mesa-dri libglx-mesa0"
 
 wanted=""
