@@ -23,7 +23,8 @@ function(vellumtide_library name)
   target_include_directories(${name} SYSTEM PUBLIC ${ARG_INCLUDES})
   target_compile_definitions(${name} PUBLIC ${ARG_DEFINES})
   target_link_libraries(${name} PUBLIC ${ARG_LINKS})
-  target_compile_options(${name} PRIVATE -w)
+  target_compile_options(${name} PRIVATE
+    -w $<$<CONFIG:Release>:-ffile-prefix-map=${VELLUMTIDE_WINDOWS_SOURCES}/=sources/>)
   add_library(${ARG_ALIAS} ALIAS ${name})
 endfunction()
 
