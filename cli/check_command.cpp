@@ -4,6 +4,7 @@
 #include "cli/child_process.h"
 #include "cli/commands.h"
 #include "cli/failure.h"
+#include "cli/progress.h"
 
 namespace vellumtide::cli {
 namespace {
@@ -14,6 +15,7 @@ struct CheckOptions {
   std::vector<std::string> files;
   std::string module;
   bool json = false;
+  bool showProgress = false;
   bool here = false;
   int limitSeconds = 120;
 };
@@ -37,17 +39,24 @@ void check(const CheckOptions& options) {
     writeOut(dumped(checkProgram(options.files.front(), options.module), -1));
     return;
   }
+  const bool watched = options.files.size() > 1 && standardErrorIsTerminal();
+  Progress progress(options.files.size(), options.showProgress || watched);
   Json reports = Json::array();
   int status = 0;
   std::size_t failed = 0;
   for (const std::string& file : options.files) {
     reports.push_back(checkInChild(file, options));
     const Json& report = reports.back();
-    if (!options.json) writeOut(reportText(report));
+    progress.frameDone(file);
+    if (!options.json) {
+      progress.breakLine();
+      writeOut(reportText(report));
+    }
     if (report["ok"]) continue;
     ++failed;
     if (status == 0) status = report["status"];
   }
+  progress.breakLine();
   if (options.json) writeOut(dumped(reports, 2));
   if (failed == 0) return;
   throw Failure(
@@ -66,6 +75,7 @@ void addCheckCommand(CLI::App& app) {
   command->add_option("--limit", options->limitSeconds, "seconds that one program may take")
       ->check(CLI::Range(1, 86400))
       ->capture_default_str();
+  command->add_flag("--progress", options->showProgress, "report each file even when nobody looks");
   command->add_option("--module", options->module, "the effect module to use");
   command->add_flag("--here", options->here)->group("");
   command->callback([options] { check(*options); });

@@ -1,6 +1,7 @@
 // Project files: an effect on its layers as a project keeps it, saved data and values included.
 #include <cstdio>
 #include <memory>
+#include <nlohmann/json.hpp>
 
 #include "cli/commands.h"
 #include "cli/control_panel.h"
@@ -23,6 +24,7 @@ struct ProjectOptions {
   int depth = 0;
   int downsample = 1;
   int instance = 1;
+  bool json = false;
 };
 
 std::optional<int> depthOf(const ProjectOptions& options) {
@@ -93,8 +95,47 @@ std::string valueText(const Control& control) {
   }
 }
 
-void showProject(const ProjectOptions& options) {
-  OpenProject opened(options);
+// The same for other programs: numbers as numbers, points and colours as lists.
+nlohmann::ordered_json valueJson(const Control& control) {
+  switch (control.type) {
+    case PF_Param_POINT:
+      return {control.point.x, control.point.y};
+    case PF_Param_COLOR:
+      return {control.color.red, control.color.green, control.color.blue, control.color.alpha};
+    case PF_Param_LAYER:
+      return control.layerId;
+    case PF_Param_CHECKBOX:
+      return control.number != 0;
+    default:
+      return control.number;
+  }
+}
+
+std::string projectJson(const OpenProject& opened) {
+  using Json = nlohmann::ordered_json;
+  Json layers = Json::array(), effects = Json::array();
+  for (const headless::ProjectLayer& layer : opened.project().layers) {
+    layers.push_back(
+        {{"id", layer.id}, {"file", layer.file}, {"width", layer.width}, {"height", layer.height}});
+  }
+  for (const headless::Effect* effect : opened.instances()) {
+    Json controls = Json::array();
+    for (const Control* control : effect->shownControls()) {
+      controls.push_back(
+          {{"index", control->index}, {"label", control->label}, {"value", valueJson(*control)}});
+    }
+    effects.push_back({{"layer", effect->layer().id()},
+                       {"title", effect->title},
+                       {"program", effect->program},
+                       {"controls", std::move(controls)}});
+  }
+  const Json all = {{"composition", opened.project().composition},
+                    {"layers", std::move(layers)},
+                    {"effects", std::move(effects)}};
+  return all.dump(2, ' ', false, Json::error_handler_t::replace) + "\n";
+}
+
+std::string projectText(const OpenProject& opened) {
   std::string text = "composition " + opened.project().composition + "\n";
   for (const headless::ProjectLayer& layer : opened.project().layers) {
     text += "layer " + std::to_string(layer.id) + ": " + layer.file + ", " +
@@ -107,7 +148,12 @@ void showProject(const ProjectOptions& options) {
       text += "  " + control->label + " = " + valueText(*control) + "\n";
     }
   }
-  writeOut(text);
+  return text;
+}
+
+void showProject(const ProjectOptions& options) {
+  OpenProject opened(options);
+  writeOut(options.json ? projectJson(opened) : projectText(opened));
   opened.session().finish();
 }
 
@@ -188,6 +234,7 @@ void addProjectCommand(CLI::App& app) {
 
   CLI::App* show = addAction(*project, "show", "Open a project and list layers, effects and values",
                              showProject, options);
+  show->add_flag("--json", options->json, "print one JSON object");
   CLI::App* render =
       addAction(*project, "render", "Open a project and render an effect", renderProject, options);
   render->add_option("-o,--output", options->output, "file to write: .png, .tif or .exr")

@@ -70,6 +70,8 @@ TEST_F(ModuleCommands, ProjectsKeepValuesAndFindLostPrograms) {
   std::filesystem::create_directories(file("found/deep"));
   std::filesystem::rename(file("good.pbk"), file("found/deep/good.pbk"));
   expectRendered(" --root-folder found");
+  EXPECT_NE(run("project show p.json --json --root-folder found").out.find("\"value\": 0.75"),
+            std::string::npos);
   EXPECT_NE(run("project show p.json --root-folder found").out.find("VTD: Test"),
             std::string::npos);
 
