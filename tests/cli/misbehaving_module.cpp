@@ -1,12 +1,16 @@
 // Two modules: one whose first call crashes, one whose first call never returns.
 #include <unistd.h>
 
-#include <csignal>
+#include <cstdlib>
 
 #include "aeapi/entry_point.h"
 
-extern "C" VELLUMTIDE_EXPORT int EntryPointFunc(int, void*, void*, void*, void*, void*) {
+extern "C" VELLUMTIDE_EXPORT vellumtide::EntryPoint EntryPointFunc;
+
+vellumtide::PF_Err EntryPointFunc(vellumtide::PF_Cmd, vellumtide::PF_InData*,
+                                  vellumtide::PF_OutData*, vellumtide::PF_ParamDef*[],
+                                  vellumtide::PF_LayerDef*, void*) {
   while (VELLUMTIDE_HANGS)
     pause();
-  return std::raise(SIGSEGV);
+  std::abort();
 }
