@@ -92,7 +92,7 @@ class Scene {
     }
   }
 
-  Session session;
+  Session session{{.captureOutput = true, .checkGuardsEveryCall = false}};
   Layer& layer;
   Layer& under;
   Effect* effect = nullptr;
