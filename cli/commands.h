@@ -13,6 +13,7 @@ void addGlslCommand(CLI::App& app);
 void addCheckCommand(CLI::App& app);
 void addDialogCommands(CLI::App& app);
 void addProjectCommand(CLI::App& app);
+void addCompletionCommand(CLI::App& app);
 
 // Writes to standard output, byte for byte; throws Failure when that fails.
 void writeOut(std::string_view text);

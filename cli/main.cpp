@@ -34,6 +34,7 @@ int run(int argc, char** argv) {
   addCheckCommand(app);
   addDialogCommands(app);
   addProjectCommand(app);
+  addCompletionCommand(app);
   if (argc > 1 && argv[1][0] != '-' && !hasCommand(app, argv[1])) {
     return report("there is no command " + std::string(argv[1]) + " (see --help)",
                   ExitStatus::Usage);

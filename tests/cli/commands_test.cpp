@@ -99,6 +99,20 @@ TEST_F(Commands, GlslIsTheExactText) {
   }
 }
 
+TEST_F(Commands, CompletionKnowsTheOptions) {
+  for (const char* shell : {"bash", "zsh", "fish"}) {
+    const std::string script = run(std::string("completion ") + shell).out;
+    EXPECT_NE(script.find("downsample"), std::string::npos) << shell;
+    EXPECT_NE(script.find("8 16 32"), std::string::npos) << shell;
+    EXPECT_EQ(script.find("--here"), std::string::npos) << shell;
+  }
+  const Outcome words =
+      run("completion bash > c && bash -c '. ./c; COMP_WORDS=(vellumtide project render --ro) "
+          "COMP_CWORD=3;"
+          " _vellumtide; echo ${COMPREPLY[*]}'");
+  EXPECT_EQ(words.out, "--root-folder\n");
+}
+
 // Bad input to the commands that only read.
 TEST_F(Commands, RefusalsHaveTheirStatusAndSayWhere) {
   writeText("empty.pbk", "");
