@@ -41,16 +41,19 @@ const Value kValues[] = {
     {R"(parameter float p <aeUIControl: "aeAngle"; defaultValue: 45.5;>;
         parameter float q <parameterType: "angleDegrees";>;)",
      "float4(p, q, 0.0, 0.0)", {{"q", {-720.25}}}, {45.5, -720.25, 0, 0}},
-    {R"(parameter float2 p <aeUIControl: "aePoint";>; parameter float2 q <parameterType: "position";>;)",
+    {R"(parameter float2 p <aeUIControl: "aePoint";>;
+        parameter float2 q <parameterType: "position";>;)",
      "float4(p, q)", {{"p", {3.5, -7.25}}, {"q", {1e3, 0}}}, {3.5, -7.25, 1000, 0}},
-    {R"(parameter float2 p <aeUIControl: "aePoint"; aePointRelativeDefaultValue: float2(0.25, 0.5);>;
+    {R"(parameter float2 p <aeUIControl: "aePoint";
+          aePointRelativeDefaultValue: float2(0.25, 0.5);>;
         parameter float2 q <parameterType: "position"; defaultValue: float2(3.0, 2.0);>;)",
      "float4(p, q)", {}, {2, 3, 3, 2}},
     {R"(parameter float4 p <aeUIControl: "aeColor";>;)", "p", {{"p", {0.2, 0.4, 0.6, 0.8}}},
      {0.2, 0.4, 0.6, 0.8}},
     {R"(parameter pixel3 p <aeUIControl: "aeColor"; defaultValue: float3(0.2, 0.0, 1.0);>;)",
      "float4(p, 0.0)", {}, {0.2, 0, 1, 0}},
-    {R"(parameter float3 p <parameterType: "colorRGB";>; parameter float4 q <parameterType: "colorRGBA";>;)",
+    {R"(parameter float3 p <parameterType: "colorRGB";>;
+        parameter float4 q <parameterType: "colorRGBA";>;)",
      "float4(p.rg, q.ba)", {{"p", {1, 0.6, 0, 0.2}}, {"q", {0, 0, 0.4, 0.8}}}, {1, 0.6, 0.4, 0.8}},
     {"parameter float2x2 p;", "float4(p[0], p[1])", {{"p [0][1]", {2}}, {"p [1][0]", {3}}},
      {0, 2, 3, 0}},
@@ -70,7 +73,8 @@ const Value kValues[] = {
     {"", "inset(float4(0, 0, 9, 8), float2(1, 2))", {}, {1, 2, 8, 6}},
     {"", "transform(float2x2(2, 0, 0, 3), float4(1, 2, 3, 4))", {}, {2, 6, 6, 12}},
     {"", "transform(float3x3(2, 0, 0, 0, 3, 0, 1, 5, 1), float4(1, 2, 3, 4))", {}, {1, 1, 5, 7}},
-    {"", "float4(isEmpty(nowhere()), isEmpty(bounds(float4(0, 0, 1, 1))), dod(src).z, isEmpty(everywhere()))",
+    {"", "float4(isEmpty(nowhere()), isEmpty(bounds(float4(0, 0, 1, 1))), dod(src).z,"
+         "isEmpty(everywhere()))",
      {}, {1, 0, 0, 1}},
 };
 // clang-format on
