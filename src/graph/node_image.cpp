@@ -17,10 +17,15 @@ NodeImage::NodeImage() {
 void NodeImage::specify(GLenum internalFormat, std::uint32_t width, std::uint32_t height,
                         GLenum format, GLenum type) {
   texture_.specify(internalFormat, width, height, format, type);
+  shrunk_ = false;
 }
 
 void NodeImage::shrink() {
+  // Of thousands of nodes few may have been drawn, and every specification costs the driver a look
+  // at all framebuffers.
+  if (shrunk_) return;
   specify(GL_RGBA8, 1, 1, GL_BGRA, GL_UNSIGNED_BYTE);
+  shrunk_ = true;
 }
 
 void NodeImage::bindForDrawing() const {

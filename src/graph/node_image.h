@@ -36,6 +36,7 @@ class NodeImage {
   kglTextureBuffer texture_;
   kglFrameBuffer framebuffer_;
   GLint filter_ = GL_LINEAR;
+  bool shrunk_ = false;
 };
 
 }  // namespace vellumtide

@@ -37,7 +37,9 @@ PF_Err smartPreRender(PF_InData* in_data, PF_OutData*, PF_PreRenderExtra* extra)
                                                  in_data->time_scale, &layer);
 
   PF_PreRenderOutput& output = *extra->output;
-  output.result_rect = intersect(unite(output.result_rect, layer.result_rect), request.rect);
+  // The host allows no pixels beyond those it asked for.
+  const PF_LRect& asked = extra->input->output_request.rect;
+  output.result_rect = intersect(unite(output.result_rect, layer.result_rect), asked);
   output.max_result_rect = isEmpty(output.max_result_rect)
                                ? layer.max_result_rect
                                : unite(output.max_result_rect, layer.max_result_rect);

@@ -85,5 +85,24 @@ TEST(PassThrough, PicturesMayBeginAwayFromTheOrigin) {
   }
 }
 
+TEST(PassThrough, ARequestedRectangleComesFromItsPlace) {
+  Session session;
+  const std::string path = session.file("copy.pbk", kernelText("", kCopy));
+  for (const PF_PixelFormat format : kFormats) {
+    const World picture = everyValue(17, 13, format, {});
+    Effect& effect = session.effect(picture, path);
+    const RenderResult frame =
+        session.host.render(effect, {.format = format, .request = PF_LRect{5, 3, 12, 9}});
+    ASSERT_TRUE(frame.output);
+    ASSERT_EQ(frame.output->width(), 7);
+    ASSERT_EQ(frame.output->height(), 6);
+    for (int y = 0; y < 6; ++y) {
+      for (int x = 0; x < 7; ++x) {
+        ASSERT_EQ(frame.output->pixel(x, y), picture.pixel(x + 5, y + 3)) << x << ", " << y;
+      }
+    }
+  }
+}
+
 }  // namespace
 }  // namespace vellumtide::end_to_end
