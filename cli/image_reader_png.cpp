@@ -11,10 +11,15 @@ namespace fs = std::filesystem;
 
 // Whatever the file holds, rows come as alpha, red, green, blue of 8 or 16 bits.
 void wantArgb(const PngReader& file) {
+  const bool hasAlpha = (png_get_color_type(file.png, file.info) & PNG_COLOR_MASK_ALPHA) ||
+                        png_get_valid(file.png, file.info, PNG_INFO_tRNS);
   png_set_expand(file.png);
   png_set_gray_to_rgb(file.png);
-  png_set_add_alpha(file.png, 0xFFFF, PNG_FILLER_AFTER);
-  png_set_swap_alpha(file.png);
+  if (hasAlpha) {
+    png_set_swap_alpha(file.png);
+  } else {
+    png_set_add_alpha(file.png, 0xFFFF, PNG_FILLER_BEFORE);
+  }
   if (png_get_bit_depth(file.png, file.info) == 16) png_set_swap(file.png);
 }
 
