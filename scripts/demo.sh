@@ -52,7 +52,8 @@ chart=$out/test_chart.png
 render kernels/landscape.pbk --size 960x540
 render kernels/test_chart.pbk --size 960x540
 render kernels/twirl.pbk -i "$chart" -p "Twist=200" -p "Radius=420"
-"$vellumtide" render examples/graphs/gaussian_blur.pbg -i "$picture" -p "Radius=45" -o "$work/map.png"
+"$vellumtide" render examples/graphs/gaussian_blur.pbg -i "$picture" -p "Radius=45" \
+  -o "$work/map.png"
 render kernels/displace.pbk -i "$chart" -i "$work/map.png" -p "Amount=150,110"
 
 render kernels/color_grade.pbk -i "$picture" -p "Highlights=#ffd08c" -p "Saturation=135"
