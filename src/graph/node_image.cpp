@@ -21,8 +21,8 @@ void NodeImage::specify(GLenum internalFormat, std::uint32_t width, std::uint32_
 }
 
 void NodeImage::shrink() {
-  // Of thousands of nodes few may have been drawn, and every specification costs the driver a look
-  // at all framebuffers.
+  // Of thousands of nodes few may have been drawn, and new storage makes the driver look at all
+  // framebuffers.
   if (shrunk_) return;
   specify(GL_RGBA8, 1, 1, GL_BGRA, GL_UNSIGNED_BYTE);
   shrunk_ = true;
