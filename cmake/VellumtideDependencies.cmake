@@ -46,9 +46,13 @@ vellumtide_need(nlohmann_json_FOUND "nlohmann-json" "apt-get install nlohmann-js
 if(VELLUMTIDE_CLI)
   find_package(CLI11 QUIET)
   vellumtide_need(CLI11_FOUND "CLI11" "apt-get install libcli11-dev")
-  find_package(OpenImageIO QUIET)
-  vellumtide_need(OpenImageIO_FOUND "OpenImageIO"
-                  "apt-get install libopenimageio-dev openimageio-tools")
+  if(WIN32)
+    find_package(PNG REQUIRED)
+  else()
+    find_package(OpenImageIO QUIET)
+    vellumtide_need(OpenImageIO_FOUND "OpenImageIO"
+                    "apt-get install libopenimageio-dev openimageio-tools")
+  endif()
   # Debian's package names the include folder of a package that it does not depend on.
   get_target_property(oiio_includes OpenImageIO::OpenImageIO INTERFACE_INCLUDE_DIRECTORIES)
   foreach(folder IN LISTS oiio_includes)

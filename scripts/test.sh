@@ -2,7 +2,8 @@
 # Builds everything and runs every test: GCC with all tests, clang with the sanitizers, and the
 # Windows programs on Wine. Installs what is missing (as root; else says what to install).
 #   scripts/test.sh [--long] [--no-windows]
-#     --long         also runs each fuzzer for 60 seconds and clang-tidy over the whole code
+#     --long         also runs each fuzzer for 60 seconds and clang-tidy over the whole code, and
+#                    builds the last commit twice for the same bytes
 #     --no-windows   leaves the Windows part out
 set -eu
 
@@ -78,6 +79,15 @@ if [ $windows = yes ]; then
 
   step "The Windows tests on Wine"
   scripts/with_wine.sh ctest --test-dir build-windows --output-on-failure
+fi
+
+step "Packages, unpacked in a clean place and tried"
+options=""
+[ $long = no ] || options=--rebuild
+if [ $windows = yes ]; then
+  scripts/with_wine.sh scripts/try_packages.sh $options
+else
+  scripts/try_packages.sh --no-windows $options
 fi
 
 step "Done"

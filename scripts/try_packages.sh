@@ -38,7 +38,7 @@ pack() {
   find "$1/packages" -maxdepth 1 -type f
 }
 
-# try PROGRAM...: the program of a package, with the example that needs no picture.
+# try EXAMPLES PICTURE PROGRAM...: the program of a package; leaves what it renders in PICTURE.
 try() {
   examples=$1
   picture=$2
@@ -46,7 +46,8 @@ try() {
   "$@" --version | grep -q "^vellumtide [0-9]" || fail "$*: no version"
   "$@" about | grep -q "^OpenGL vendor" || fail "$*: no GL device"
   "$@" render "$examples/kernels/test_chart.pbk" --size 320x180 -o "$picture"
-  "$@" render "$examples/graphs/star_glow.pbg" -i "$picture" -o "$picture"
+  cp "$examples/graphs/star_glow.pbg" "$work/星 é.pbg"
+  "$@" render "$work/星 é.pbg" -i "$picture" -o "$picture"
 }
 
 for build in $builds; do
