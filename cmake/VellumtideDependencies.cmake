@@ -52,16 +52,16 @@ if(VELLUMTIDE_CLI)
     find_package(OpenImageIO QUIET)
     vellumtide_need(OpenImageIO_FOUND "OpenImageIO"
                     "apt-get install libopenimageio-dev openimageio-tools")
+    # Debian's package names the include folder of a package that it does not depend on.
+    get_target_property(oiio_includes OpenImageIO::OpenImageIO INTERFACE_INCLUDE_DIRECTORIES)
+    foreach(folder IN LISTS oiio_includes)
+      if(NOT EXISTS "${folder}")
+        list(REMOVE_ITEM oiio_includes "${folder}")
+      endif()
+    endforeach()
+    set_target_properties(OpenImageIO::OpenImageIO PROPERTIES
+                          INTERFACE_INCLUDE_DIRECTORIES "${oiio_includes}")
   endif()
-  # Debian's package names the include folder of a package that it does not depend on.
-  get_target_property(oiio_includes OpenImageIO::OpenImageIO INTERFACE_INCLUDE_DIRECTORIES)
-  foreach(folder IN LISTS oiio_includes)
-    if(NOT EXISTS "${folder}")
-      list(REMOVE_ITEM oiio_includes "${folder}")
-    endif()
-  endforeach()
-  set_target_properties(OpenImageIO::OpenImageIO PROPERTIES
-                        INTERFACE_INCLUDE_DIRECTORIES "${oiio_includes}")
 endif()
 if(VELLUMTIDE_TESTS)
   find_package(GTest QUIET)
