@@ -33,22 +33,24 @@ std::optional<std::string> readWhole(const std::string& path) {
   return file.readAll();
 }
 
-std::unique_ptr<pbGraph> buildGraph(const GlobalData& globalData, const std::string& text) {
-  pbGraphInfo info;
-  if (readGraphText(text.c_str(), info) != 0) return nullptr;
+// Built with the device current; a program that cannot be drawn goes again at once.
+template <class Info>
+std::unique_ptr<pbGraph> buildUsable(const GlobalData& globalData, const Info& info) {
   const ScopedCurrentContext bracket(globalData.device);
   std::unique_ptr<pbGraph> program(newOrThrow<pbGraph>(info, kHostChannelOrder));
   if (!program->isUsable()) program.reset();
   return program;
 }
 
+std::unique_ptr<pbGraph> buildGraph(const GlobalData& globalData, const std::string& text) {
+  pbGraphInfo info;
+  return readGraphText(text.c_str(), info) == 0 ? buildUsable(globalData, info) : nullptr;
+}
+
 std::unique_ptr<pbGraph> buildKernel(const GlobalData& globalData, const std::string& text) {
   pbKernelInfo info;
   PBKParser(text).parse(info);
-  const ScopedCurrentContext bracket(globalData.device);
-  std::unique_ptr<pbGraph> program(newOrThrow<pbGraph>(info, kHostChannelOrder));
-  if (!program->isUsable()) program.reset();
-  return program;
+  return buildUsable(globalData, info);
 }
 
 }  // namespace
