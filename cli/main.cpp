@@ -1,6 +1,7 @@
 #include <cstdio>
 #include <exception>
 
+#include "cli/color.h"
 #include "cli/commands.h"
 #include "cli/failure.h"
 
@@ -8,7 +9,8 @@ namespace vellumtide::cli {
 namespace {
 
 int report(const std::string& message, ExitStatus status) {
-  std::fprintf(stderr, "vellumtide: %s\n", message.c_str());
+  const std::string name = painted("vellumtide:", Color::Red, Stream::Error);
+  std::fprintf(stderr, "%s %s\n", name.c_str(), message.c_str());
   return static_cast<int>(status);
 }
 
