@@ -1,6 +1,6 @@
 // Image files: PNG, TIFF and OpenEXR (and, for reading, whatever else the image library knows).
 // Values are never colour-converted. Every failure is a Failure with ExitStatus::Image that names
-// the file and the reason.
+// the file and the reason. All of it may be used from several threads at a time.
 #pragma once
 
 #include <filesystem>
@@ -35,6 +35,13 @@ bool isTooLarge(double width, double height, double channels);
 // cover another area than its display window is cut to that window, transparent where it has none.
 ImageFile readImageFile(const std::filesystem::path& path);
 
+// What a file says of its picture before the pixels: the size and the format that reading gives.
+struct ImageShape {
+  int width = 0, height = 0;
+  PF_PixelFormat format = PF_PixelFormat_ARGB32;
+};
+ImageShape readImageShape(const std::filesystem::path& path);
+
 struct WriteOptions {
   std::optional<SampleType> sampleType;  // none: the closest to the picture's depth
   bool preferHalf = false;               // OpenEXR: half instead of float
@@ -50,5 +57,10 @@ void checkWritable(const std::filesystem::path& path, const WriteOptions& option
 // name at the end. The extension decides the format.
 void writeImageFile(const std::filesystem::path& path, const headless::World& pixels,
                     double pixelAspect, const WriteOptions& options);
+
+// The pixels alone, written to `file` right away in the format of `target`, which failures name.
+void encodeImageFile(const std::filesystem::path& file, const std::filesystem::path& target,
+                     const headless::World& pixels, double pixelAspect,
+                     const WriteOptions& options);
 
 }  // namespace vellumtide::cli

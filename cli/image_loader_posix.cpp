@@ -29,9 +29,14 @@ ImageFile readImageFile(const std::filesystem::path& path) {
   return imageFunctions().read(path);
 }
 
-void writeImageFile(const std::filesystem::path& path, const headless::World& pixels,
-                    double pixelAspect, const WriteOptions& options) {
-  imageFunctions().write(path, pixels, pixelAspect, options);
+ImageShape readImageShape(const std::filesystem::path& path) {
+  return imageFunctions().readShape(path);
+}
+
+void encodeImageFile(const std::filesystem::path& file, const std::filesystem::path& target,
+                     const headless::World& pixels, double pixelAspect,
+                     const WriteOptions& options) {
+  imageFunctions().encode(file, target, pixels, pixelAspect, options);
 }
 
 }  // namespace vellumtide::cli

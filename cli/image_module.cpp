@@ -4,6 +4,6 @@
 extern "C" [[gnu::visibility("default")]] const vellumtide::cli::ImageFunctions*
 vellumtideImageFunctions() {
   using namespace vellumtide::cli;
-  static constexpr ImageFunctions functions{&readImageFile, &writeImageFile};
+  static constexpr ImageFunctions functions{&readImageFile, &readImageShape, &encodeImageFile};
   return &functions;
 }

@@ -9,7 +9,8 @@ namespace vellumtide::cli {
 
 struct ImageFunctions {
   decltype(&readImageFile) read;
-  decltype(&writeImageFile) write;
+  decltype(&readImageShape) readShape;
+  decltype(&encodeImageFile) encode;
 };
 
 inline constexpr const char* kImageModuleFile = "VellumtideImages.so";

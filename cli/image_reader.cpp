@@ -130,14 +130,11 @@ void readPixels(OIIO::ImageInput& input, const fs::path& path, const Rectangle& 
   placeInFrame(raw, places, {spec.x, spec.y, spec.width, spec.height}, frame, associated, world);
 }
 
-}  // namespace
-
-ImageFile readImageFile(const fs::path& path) {
+std::unique_ptr<OIIO::ImageInput> openImage(const fs::path& path) {
   checkReadable(path);
-
   OIIO::ImageSpec hints;
   hints.attribute("oiio:UnassociatedAlpha", 1);
-  const std::unique_ptr<OIIO::ImageInput> input = OIIO::ImageInput::open(path.string(), &hints);
+  std::unique_ptr<OIIO::ImageInput> input = OIIO::ImageInput::open(path.string(), &hints);
   if (!input) failImage(path, "cannot be read as an image: " + firstLine(OIIO::geterror()));
 
   const OIIO::ImageSpec& spec = input->spec();
@@ -145,7 +142,21 @@ ImageFile readImageFile(const fs::path& path) {
   if (spec.deep || spec.depth > 1) failImage(path, "deep images and volumes cannot be rendered");
   checkSize(path, spec.width, spec.height, spec.nchannels);
   checkSize(path, frame.width, frame.height, 4);
+  return input;
+}
 
+}  // namespace
+
+ImageShape readImageShape(const fs::path& path) {
+  const std::unique_ptr<OIIO::ImageInput> input = openImage(path);
+  const Rectangle frame = frameOf(*input);
+  return {frame.width, frame.height, formatOf(sampleTypeOf(input->spec().format))};
+}
+
+ImageFile readImageFile(const fs::path& path) {
+  const std::unique_ptr<OIIO::ImageInput> input = openImage(path);
+  const OIIO::ImageSpec& spec = input->spec();
+  const Rectangle frame = frameOf(*input);
   ImageFile file;
   file.sampleType = sampleTypeOf(spec.format);
   const bool straight = spec.get_int_attribute("oiio:UnassociatedAlpha") != 0;

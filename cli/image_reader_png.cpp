@@ -30,20 +30,24 @@ void toHostRange(std::span<std::uint16_t> row) {
   }
 }
 
-ImageFile readPng(const fs::path& path, std::istream& stream) {
-  PngReader file(stream);
+ImageShape readShape(const fs::path& path, const PngReader& file) {
   // The limits of this program are tighter than the library's, and are said in its words.
   png_set_user_limits(file.png, PNG_UINT_31_MAX, PNG_UINT_31_MAX);
   png_read_info(file.png, file.info);
   const int width = static_cast<int>(png_get_image_width(file.png, file.info));
   const int height = static_cast<int>(png_get_image_height(file.png, file.info));
   checkSize(path, width, height, 4);
-
   const bool deep = png_get_bit_depth(file.png, file.info) == 16;
+  return {width, height, deep ? PF_PixelFormat_ARGB64 : PF_PixelFormat_ARGB32};
+}
+
+ImageFile readPng(const fs::path& path, std::istream& stream) {
+  PngReader file(stream);
+  const auto [width, height, format] = readShape(path, file);
+  const bool deep = format == PF_PixelFormat_ARGB64;
   ImageFile image;
   image.sampleType = deep ? SampleType::UInt16 : SampleType::UInt8;
-  image.pixels =
-      headless::World(width, height, deep ? PF_PixelFormat_ARGB64 : PF_PixelFormat_ARGB32);
+  image.pixels = headless::World(width, height, format);
   const float aspect = png_get_pixel_aspect_ratio(file.png, file.info);
   if (aspect > 0) image.pixelAspect = aspect;
 
@@ -61,17 +65,27 @@ ImageFile readPng(const fs::path& path, std::istream& stream) {
   return image;
 }
 
-}  // namespace
-
-ImageFile readImageFile(const fs::path& path) {
+// Opens the file for `action`(stream) and says what fails.
+template <typename Action>
+auto withPng(const fs::path& path, Action action) {
   checkReadable(path);
   std::ifstream stream(path, std::ios::binary);
   if (!stream) failImage(path, "cannot be opened");
   try {
-    return readPng(path, stream);
+    return action(stream);
   } catch (const PngError& error) {
     failImage(path, std::string("cannot be read as a PNG image: ") + error.what());
   }
+}
+
+}  // namespace
+
+ImageFile readImageFile(const fs::path& path) {
+  return withPng(path, [&](std::istream& stream) { return readPng(path, stream); });
+}
+
+ImageShape readImageShape(const fs::path& path) {
+  return withPng(path, [&](std::istream& stream) { return readShape(path, PngReader(stream)); });
 }
 
 }  // namespace vellumtide::cli

@@ -3,7 +3,6 @@
 #include <memory>
 
 #include "cli/image_format.h"
-#include "cli/pending_file.h"
 #include "cli/sample_math.h"
 
 namespace vellumtide::cli {
@@ -49,9 +48,9 @@ OIIO::TypeDesc typeDescOf(SampleType type) {
 }
 
 // The library's message, about the target instead of the file that was to become it.
-std::string reasonOf(std::string message, const PendingFile& pending, const fs::path& target) {
+std::string reasonOf(std::string message, const fs::path& file, const fs::path& target) {
   message = message.substr(0, message.find('\n'));
-  const std::string name = pending.path().string();
+  const std::string name = file.string();
   if (const std::size_t at = message.find(name); at != std::string::npos) {
     message.replace(at, name.size(), target.string());
   }
@@ -60,35 +59,28 @@ std::string reasonOf(std::string message, const PendingFile& pending, const fs::
 
 }  // namespace
 
-void writeImageFile(const fs::path& path, const headless::World& pixels, double pixelAspect,
-                    const WriteOptions& options) {
-  checkWritable(path, options);
-  const ImageFormat& format = formatOf(path);
-  const SampleType type = writtenType(path, pixels.format(), options);
+void encodeImageFile(const fs::path& file, const fs::path& target, const headless::World& pixels,
+                     double pixelAspect, const WriteOptions& options) {
+  const ImageFormat& format = formatOf(target);
+  const SampleType type = writtenType(target, pixels.format(), options);
   const bool straight = format.straightAlpha == StraightAlpha::Always ||
                         (format.straightAlpha == StraightAlpha::OnRequest && options.straightAlpha);
 
-  PendingFile pending(path);
   OIIO::ImageSpec spec(pixels.width(), pixels.height(), options.dropAlpha ? 3 : 4,
                        typeDescOf(type));
   spec.attribute("PixelAspectRatio", static_cast<float>(pixelAspect));
   spec.attribute("Software", "Vellumtide");
   if (straight) spec.attribute("oiio:UnassociatedAlpha", 1);
-  const std::unique_ptr<OIIO::ImageOutput> output = OIIO::ImageOutput::create(path.string());
-  if (!output || !output->open(pending.path().string(), spec)) {
-    failImage(path, reasonOf(output ? output->geterror() : OIIO::geterror(), pending, path));
+  const std::unique_ptr<OIIO::ImageOutput> output = OIIO::ImageOutput::create(target.string());
+  if (!output || !output->open(file.string(), spec)) {
+    failImage(target, reasonOf(output ? output->geterror() : OIIO::geterror(), file, target));
   }
   const bool associate = !straight && !options.dropAlpha;
   const bool written =
       type == SampleType::UInt8    ? writePixels<std::uint8_t>(*output, pixels, associate)
       : type == SampleType::UInt16 ? writePixels<std::uint16_t>(*output, pixels, associate)
                                    : writePixels<float>(*output, pixels, associate);
-  if (!written || !output->close()) failImage(path, reasonOf(output->geterror(), pending, path));
-  try {
-    pending.commit();
-  } catch (const fs::filesystem_error& error) {
-    failImage(path, "cannot be written: " + error.code().message());
-  }
+  if (!written || !output->close()) failImage(target, reasonOf(output->geterror(), file, target));
 }
 
 }  // namespace vellumtide::cli

@@ -2,7 +2,6 @@
 #include <fstream>
 
 #include "cli/image_format.h"
-#include "cli/pending_file.h"
 #include "cli/png_stream.h"
 #include "cli/sample_math.h"
 
@@ -72,22 +71,17 @@ std::span<const ImageFormat> writtenFormats() {
   return kFormats;
 }
 
-void writeImageFile(const fs::path& path, const headless::World& pixels, double pixelAspect,
-                    const WriteOptions& options) {
-  checkWritable(path, options);
-  const SampleType type = writtenType(path, pixels.format(), options);
-  PendingFile pending(path);
-  std::ofstream stream(pending.path(), std::ios::binary);
+void encodeImageFile(const fs::path& file, const fs::path& target, const headless::World& pixels,
+                     double pixelAspect, const WriteOptions& options) {
+  const SampleType type = writtenType(target, pixels.format(), options);
+  std::ofstream stream(file, std::ios::binary);
   try {
     if (!stream) throw PngError("the file cannot be made");
     writePng(stream, pixels, pixelAspect, type, options.dropAlpha);
     stream.close();
     if (!stream) throw PngError("the disk takes no more");
-    pending.commit();
   } catch (const PngError& error) {
-    failImage(path, std::string("cannot be written: ") + error.what());
-  } catch (const fs::filesystem_error& error) {
-    failImage(path, "cannot be written: " + error.code().message());
+    failImage(target, std::string("cannot be written: ") + error.what());
   }
 }
 
