@@ -3,7 +3,8 @@
 #pragma once
 
 #include <CLI/CLI.hpp>
-#include <string_view>
+
+#include "cli/messages.h"
 
 namespace vellumtide::cli {
 
@@ -14,8 +15,5 @@ void addCheckCommand(CLI::App& app);
 void addDialogCommands(CLI::App& app);
 void addProjectCommand(CLI::App& app);
 void addCompletionCommand(CLI::App& app);
-
-// Writes to standard output, byte for byte; throws Failure when that fails.
-void writeOut(std::string_view text);
 
 }  // namespace vellumtide::cli

@@ -1,16 +1,14 @@
-#include <cstdio>
 #include <exception>
 
-#include "cli/color.h"
 #include "cli/commands.h"
 #include "cli/failure.h"
+#include "cli/messages.h"
 
 namespace vellumtide::cli {
 namespace {
 
 int report(const std::string& message, ExitStatus status) {
-  const std::string name = painted("vellumtide:", Color::Red, Stream::Error);
-  std::fprintf(stderr, "%s %s\n", name.c_str(), message.c_str());
+  say(message);
   return static_cast<int>(status);
 }
 
@@ -51,12 +49,6 @@ int run(int argc, char** argv) {
 }
 
 }  // namespace
-
-void writeOut(std::string_view text) {
-  if (std::fwrite(text.data(), 1, text.size(), stdout) != text.size() || std::fflush(stdout) != 0) {
-    throw Failure(ExitStatus::Failed, "standard output cannot be written");
-  }
-}
 
 }  // namespace vellumtide::cli
 

@@ -1,0 +1,19 @@
+// What the program says on its two streams.
+#pragma once
+
+#include <string>
+#include <string_view>
+
+namespace vellumtide::cli {
+
+// "vellumtide: message" and a line end on standard error. Lines of the message that a scheduler
+// would take for one of its control lines are moved in by a blank.
+void say(const std::string& message);
+
+// Writes to standard output, byte for byte, and flushes; throws Failure when that fails.
+void writeOut(std::string_view text);
+
+// The text on one line: control characters become blanks.
+std::string onOneLine(std::string_view text);
+
+}  // namespace vellumtide::cli
