@@ -10,9 +10,11 @@ build="g++ cmake ninja-build ccache pkg-config
   libopenimageio-dev openimageio-tools fonts-dejavu-core
   libegl-dev libgl-dev libglu1-mesa-dev libegl1 libegl-mesa0 libgl1-mesa-dri"
 
-# What the tests, the benchmarks, the fuzzers and the checks of style need beside that.
+# What the tests (of documents, completions and the manual page, too), the benchmarks, the fuzzers
+# and the checks of style need beside that.
 test="libgtest-dev libgmock-dev libbenchmark-dev
-  clang clang-format clang-tidy libclang-rt-14-dev"
+  clang clang-format clang-tidy libclang-rt-14-dev
+  python3 bash bash-completion zsh fish groff-base mandoc"
 
 # The cross-compiler, the sources that dependencies of the Windows module are built from, and a
 # Windows to run it on: Wine with a virtual display and a software rasteriser.
