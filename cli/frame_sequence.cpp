@@ -1,73 +1,152 @@
 #include "cli/frame_sequence.h"
 
+#include <algorithm>
 #include <charconv>
 #include <cstdio>
-#include <regex>
+#include <mutex>
+#include <string_view>
 
-#include "cli/failure.h"
 #include "cli/utf8_path.h"
 
 namespace vellumtide::cli {
 namespace {
 
-constexpr std::size_t kMostFrames = 1000000;
+namespace fs = std::filesystem;
 
-const std::regex& placePattern() {
-  static const std::regex pattern("%(0?)([0-9]{0,2})d|(#+)");
-  return pattern;
+constexpr std::size_t kMostDigits = 99;
+
+bool isDigit(char c) {
+  return c >= '0' && c <= '9';
 }
 
-int toInt(const std::string& text) {
-  int value = 0;
-  std::from_chars(text.data(), text.data() + text.size(), value);
-  return value;
+// Where the number goes in a name.
+struct Place {
+  std::size_t start, length;
+  int width;
+  bool zeros;  // filled up with zeros, not blanks
+};
+
+// place = "#"... | "@"... | "%" [ "0" ] [ digit [ digit ] ] "d"
+std::optional<Place> placeAt(std::string_view name, std::size_t at) {
+  if (name[at] == '#' || name[at] == '@') {
+    const std::size_t end = std::min(name.find_first_not_of(name[at], at), name.size());
+    return Place{at, end - at, static_cast<int>(std::min(end - at, kMostDigits)), true};
+  }
+  if (name[at] != '%') return {};
+  std::size_t next = at + 1;
+  const bool zeros = next < name.size() && name[next] == '0';
+  if (zeros) ++next;
+  int width = 0;
+  for (int digits = 0; digits < 2 && next < name.size() && isDigit(name[next]); ++digits, ++next)
+    width = 10 * width + (name[next] - '0');
+  if (next >= name.size() || name[next] != 'd') return {};
+  return Place{at, next + 1 - at, width, zeros};
+}
+
+std::optional<Place> findPlace(std::string_view name) {
+  for (std::size_t i = name.find_first_of("#@%"); i != std::string_view::npos;
+       i = name.find_first_of("#@%", i + 1)) {
+    if (const std::optional<Place> place = placeAt(name, i)) return place;
+  }
+  return {};
+}
+
+std::string frameText(const Place& place, int frame) {
+  char text[kMostDigits + 16];
+  std::snprintf(text, sizeof text, place.zeros ? "%0*d" : "%*d", place.width, frame);
+  return text;
+}
+
+// The frame whose number is written as this text.
+std::optional<int> frameOf(const Place& place, std::string_view text) {
+  const std::string_view digits = text.substr(std::min(text.find_first_not_of(' '), text.size()));
+  int frame = 0;
+  const auto [end, error] = std::from_chars(digits.data(), digits.data() + digits.size(), frame);
+  if (error != std::errc{} || frameText(place, frame) != text) return {};
+  return frame;
+}
+
+// What the name holds between the two ends, of characters that numbers are made of. Names are
+// compared as the file system keeps them: not every name there can be turned into UTF-8.
+template <typename Text>
+std::optional<std::string> between(const Text& name, const Text& before, const Text& after) {
+  if (name.size() < before.size() + after.size()) return {};
+  const std::size_t length = name.size() - before.size() - after.size();
+  if (name.compare(0, before.size(), before) != 0) return {};
+  if (name.compare(before.size() + length, after.size(), after) != 0) return {};
+  std::string middle;
+  for (const auto c : name.substr(before.size(), length)) {
+    const char narrow = static_cast<char>(c);
+    if (c != narrow || !(isDigit(narrow) || narrow == '-' || narrow == ' ')) return {};
+    middle += narrow;
+  }
+  return middle;
+}
+
+bool isAbsent(const fs::path& path) {
+  std::error_code ignored;
+  return fs::status(path, ignored).type() == fs::file_type::not_found;
 }
 
 }  // namespace
 
-std::vector<int> parseFrames(std::string_view text) {
-  static const std::regex range("([0-9]{1,8})(?:-([0-9]{1,8})(?:x([1-9][0-9]{0,7}))?)?");
+bool isNumbered(const fs::path& pattern) {
+  return findPlace(utf8(pattern.filename())).has_value();
+}
+
+fs::path frameName(const fs::path& pattern, int frame) {
+  std::string name = utf8(pattern.filename());
+  const std::optional<Place> place = findPlace(name);
+  if (!place) return pattern;
+  name.replace(place->start, place->length, frameText(*place, frame));
+  return pattern.parent_path() / pathOf(name);
+}
+
+std::vector<int> framesOnDisk(const fs::path& pattern) {
   std::vector<int> frames;
-  const std::string whole(text);
-  for (std::size_t start = 0; start <= whole.size();) {
-    const std::size_t comma = std::min(whole.find(',', start), whole.size());
-    const std::string part = whole.substr(start, comma - start);
-    std::smatch match;
-    if (!std::regex_match(part, match, range)) {
-      throw Failure(ExitStatus::Usage,
-                    "--frames " + whole + ": expected 1-100, 1-99x2 or 3,5,10-20");
-    }
-    const int first = toInt(match[1]);
-    const int last = match[2].matched ? toInt(match[2]) : first;
-    const int step = match[3].matched ? toInt(match[3]) : 1;
-    if (last < first) {
-      throw Failure(ExitStatus::Usage, "--frames " + whole + ": " + part + " runs backwards");
-    }
-    for (int frame = first; frame <= last; frame += step) {
-      if (frames.size() == kMostFrames) {
-        throw Failure(ExitStatus::Usage, "--frames " + whole + ": more than a million frames");
-      }
-      frames.push_back(frame);
-    }
-    start = comma + 1;
+  const std::string name = utf8(pattern.filename());
+  const std::optional<Place> place = findPlace(name);
+  if (!place) return frames;
+  const fs::path before = pathOf(name.substr(0, place->start));
+  const fs::path after = pathOf(name.substr(place->start + place->length));
+  const fs::path folder = pattern.has_parent_path() ? pattern.parent_path() : ".";
+  std::error_code error;
+  for (fs::directory_iterator entry(folder, error), end; !error && entry != end;
+       entry.increment(error)) {
+    const fs::path file = entry->path().filename();
+    const std::optional<std::string> number =
+        between(file.native(), before.native(), after.native());
+    const std::optional<int> frame = number ? frameOf(*place, *number) : std::nullopt;
+    std::error_code ignored;
+    if (frame && !entry->is_directory(ignored)) frames.push_back(*frame);
   }
+  std::sort(frames.begin(), frames.end());
   return frames;
 }
 
-bool isNumbered(const std::filesystem::path& pattern) {
-  return std::regex_search(utf8(pattern.filename()), placePattern());
+struct InputFrames::Listing {
+  std::once_flag once;
+  std::vector<int> frames;
+};
+
+InputFrames::InputFrames(const fs::path& pattern, Missing missing)
+    : pattern_(pattern),
+      missing_(missing),
+      isStill_(!isNumbered(pattern) || !isAbsent(pattern)),
+      listing_(std::make_shared<Listing>()) {}
+
+const std::vector<int>& InputFrames::listing() const {
+  std::call_once(listing_->once, [this] { listing_->frames = framesOnDisk(pattern_); });
+  return listing_->frames;
 }
 
-std::filesystem::path frameName(const std::filesystem::path& pattern, int frame) {
-  const std::string name = utf8(pattern.filename());
-  std::smatch match;
-  if (!std::regex_search(name, match, placePattern())) return pattern;
-  const bool hashes = match[3].matched;
-  const int width = hashes ? static_cast<int>(match[3].length()) : toInt(match[2]);
-  const bool zeros = hashes || match[1].length() > 0;
-  char number[128];
-  std::snprintf(number, sizeof number, zeros ? "%0*d" : "%*d", std::min(width, 99), frame);
-  return pattern.parent_path() / pathOf(match.prefix().str() + number + match.suffix().str());
+std::optional<fs::path> InputFrames::file(int frame) const {
+  if (isStill_) return pattern_;
+  const fs::path name = frameName(pattern_, frame);
+  if (missing_ == Missing::Stop || !isAbsent(name) || listing().empty()) return name;
+  if (missing_ == Missing::Black) return {};
+  const auto later = std::upper_bound(listing().begin(), listing().end(), frame);
+  return frameName(pattern_, later == listing().begin() ? listing().front() : *(later - 1));
 }
 
 }  // namespace vellumtide::cli
