@@ -33,7 +33,9 @@ bool isTooLarge(double width, double height, double channels);
 // that the file keeps multiplied in is taken out; where it is 0 the colour stays as it is. Grey
 // becomes equal red, green and blue, and missing alpha is opaque. An OpenEXR picture whose pixels
 // cover another area than its display window is cut to that window, transparent where it has none.
-ImageFile readImageFile(const std::filesystem::path& path);
+// ReadAs::Floats reads every file at 32 bits, which keep all 16 bits of an integer apart.
+enum class ReadAs { Natural, Floats };
+ImageFile readImageFile(const std::filesystem::path& path, ReadAs readAs = ReadAs::Natural);
 
 // What a file says of its picture before the pixels: the size and the format that reading gives.
 struct ImageShape {

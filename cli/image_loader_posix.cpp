@@ -25,8 +25,8 @@ const ImageFunctions& imageFunctions() {
 
 }  // namespace
 
-ImageFile readImageFile(const std::filesystem::path& path) {
-  return imageFunctions().read(path);
+ImageFile readImageFile(const std::filesystem::path& path, ReadAs readAs) {
+  return imageFunctions().read(path, readAs);
 }
 
 ImageShape readImageShape(const std::filesystem::path& path) {

@@ -153,7 +153,7 @@ ImageShape readImageShape(const fs::path& path) {
   return {frame.width, frame.height, formatOf(sampleTypeOf(input->spec().format))};
 }
 
-ImageFile readImageFile(const fs::path& path) {
+ImageFile readImageFile(const fs::path& path, ReadAs readAs) {
   const std::unique_ptr<OIIO::ImageInput> input = openImage(path);
   const OIIO::ImageSpec& spec = input->spec();
   const Rectangle frame = frameOf(*input);
@@ -161,7 +161,9 @@ ImageFile readImageFile(const fs::path& path) {
   file.sampleType = sampleTypeOf(spec.format);
   const bool straight = spec.get_int_attribute("oiio:UnassociatedAlpha") != 0;
   file.straightAlpha = straight && std::string_view(input->format_name()) == "tiff";
-  file.pixels = headless::World(frame.width, frame.height, formatOf(file.sampleType));
+  file.pixels = headless::World(
+      frame.width, frame.height,
+      readAs == ReadAs::Floats ? PF_PixelFormat_ARGB128 : formatOf(file.sampleType));
   const float aspect = spec.get_float_attribute("PixelAspectRatio", 1.0f);
   if (std::isfinite(aspect) && aspect > 0) file.pixelAspect = aspect;
 

@@ -41,7 +41,19 @@ ImageShape readShape(const fs::path& path, const PngReader& file) {
   return {width, height, deep ? PF_PixelFormat_ARGB64 : PF_PixelFormat_ARGB32};
 }
 
-ImageFile readPng(const fs::path& path, std::istream& stream) {
+// 16-bit samples that still use their whole range, as floats.
+headless::World floatsOf(const headless::World& raw) {
+  headless::World floats(raw.width(), raw.height(), PF_PixelFormat_ARGB128);
+  for (int y = 0; y < raw.height(); ++y) {
+    const std::span<const std::uint16_t> from = rowOf<std::uint16_t>(raw, y);
+    const std::span<float> to = rowOf<float>(floats, y);
+    for (std::size_t i = 0; i < from.size(); ++i)
+      to[i] = rescaled<float>(from[i], kFileWhite<std::uint16_t>, 1);
+  }
+  return floats;
+}
+
+ImageFile readPng(const fs::path& path, std::istream& stream, ReadAs readAs) {
   PngReader file(stream);
   const auto [width, height, format] = readShape(path, file);
   const bool deep = format == PF_PixelFormat_ARGB64;
@@ -60,6 +72,11 @@ ImageFile readPng(const fs::path& path, std::istream& stream) {
     }
   }
   png_read_end(file.png, nullptr);
+  if (readAs == ReadAs::Floats) {
+    image.pixels = deep ? floatsOf(image.pixels)
+                        : headless::convertWorld(image.pixels, PF_PixelFormat_ARGB128);
+    return image;
+  }
   for (int y = 0; deep && y < height; ++y)
     toHostRange(rowOf<std::uint16_t>(image.pixels, y));
   return image;
@@ -80,8 +97,8 @@ auto withPng(const fs::path& path, Action action) {
 
 }  // namespace
 
-ImageFile readImageFile(const fs::path& path) {
-  return withPng(path, [&](std::istream& stream) { return readPng(path, stream); });
+ImageFile readImageFile(const fs::path& path, ReadAs readAs) {
+  return withPng(path, [&](std::istream& stream) { return readPng(path, stream, readAs); });
 }
 
 ImageShape readImageShape(const fs::path& path) {

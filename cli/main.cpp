@@ -32,6 +32,7 @@ int run(int argc, char** argv) {
   addInspectCommand(app);
   addGlslCommand(app);
   addCheckCommand(app);
+  addCompareCommand(app);
   addDialogCommands(app);
   addProjectCommand(app);
   addCompletionCommand(app);
