@@ -1,9 +1,12 @@
 // The panel of an effect instance, set from texts as a person would set it.
 #pragma once
 
+#include <set>
 #include <string>
 #include <string_view>
+#include <vector>
 
+#include "cli/control_value.h"
 #include "cli/program_file.h"
 #include "headless/effect.h"
 
@@ -21,7 +24,8 @@ class ControlPanel {
   // or a matrix. Throws Failure (ExitStatus::Usage) that says what is there or what is expected.
   void set(const std::string& assignment);
 
- private:
+  // The same in its parts.
+
   // A run of controls bound to one parameter, or some of it.
   struct Target {
     const pbParameter* parameter = nullptr;
@@ -29,17 +33,25 @@ class ControlPanel {
     int component = 0;  // of the parameter, that the first control stands for
     int count = 0;      // controls; 0 when nothing was found
   };
-
   Target find(std::string_view name) const;
-  void setTarget(const Target& target, const std::string& name, const std::string& value);
-  void setNumber(const Target& target, int offset, const std::string& name,
-                 const std::string& value);
+  // A value for each control of the target. Failures begin with `where`.
+  std::vector<ControlValue> parse(const Target& target, const std::string& text,
+                                  const std::string& where) const;
+  void put(const ControlValue& value);
+
+  const headless::Control& control(int index) const { return effect_.controls().at(index); }
+  // Whether set() has given the control its value.
+  bool isSet(int index) const { return set_.contains(index); }
+  // Throws Failure (ExitStatus::Usage) that lists the controls there are.
+  [[noreturn]] void failUnknown(const std::string& name, const std::string& where) const;
+
+ private:
   bool isShown(int slot) const;
-  std::string knownNames() const;
 
   const Program& program_;
   headless::Effect& effect_;
   ProgramSlots slots_;
+  std::set<int> set_;
 };
 
 }  // namespace vellumtide::cli
