@@ -1,6 +1,8 @@
 // What the module's dialogs say: `info` presses the options button, `about` opens the about box.
 #include <memory>
+#include <nlohmann/json.hpp>
 
+#include "cli/about_box.h"
 #include "cli/commands.h"
 #include "cli/failure.h"
 #include "cli/render_session.h"
@@ -10,11 +12,17 @@ namespace vellumtide::cli {
 namespace {
 
 using headless::DialogRecord;
+using Json = nlohmann::ordered_json;
 
 struct DialogOptions {
   std::string file;
   std::string module;
+  bool json = false;
 };
+
+void print(const Json& json) {
+  writeOut(json.dump(2, ' ', false, Json::error_handler_t::replace) + "\n");
+}
 
 void info(const DialogOptions& options) {
   const Program program = readProgram(pathOf(options.file));
@@ -22,29 +30,26 @@ void info(const DialogOptions& options) {
   pictures.push_back({headless::World(1, 1, PF_PixelFormat_ARGB32), {1, 1}, ""});
   RenderSession session(options.module, options.file, program, std::move(pictures));
   session.host().doDialog(session.effect());
+  Json texts = Json::array();
   for (const DialogRecord& dialog : session.host().scripts().dialogs()) {
-    if (dialog.kind == DialogRecord::Kind::kAlert) writeOut(dialog.text + "\n");
+    if (dialog.kind != DialogRecord::Kind::kAlert) continue;
+    texts.push_back(dialog.text);
+    if (!options.json) writeOut(dialog.text + "\n");
   }
+  if (options.json) print({{"file", options.file}, {"texts", texts}});
   session.finish();
 }
 
 void about(const DialogOptions& options) {
-  HostSession session(options.module);
-  headless::Host& host = session.host();
-  host.infoPanel().clear();
-  host.about();
-  for (const DialogRecord& dialog : host.scripts().dialogs()) {
-    for (const headless::DrawnItem& item : dialog.drawn) {
-      if (item.kind == "text") writeOut(item.text + "\n");
-    }
+  const AboutBox box = readAboutBox(options.module);
+  if (options.json) {
+    print({{"text", box.text}, {"gl", driverJson(box)}});
+    return;
   }
-  // The about box draws the three lines of the driver first, the export of the log others after it.
-  if (!host.infoPanel().empty()) {
-    for (const std::optional<std::string>& line : host.infoPanel().front().lines) {
-      if (line) writeOut(*line + "\n");
-    }
+  for (const std::vector<std::string>* lines : {&box.text, &box.driver}) {
+    for (const std::string& line : *lines)
+      writeOut(line + "\n");
   }
-  session.finish();
 }
 
 }  // namespace
@@ -59,7 +64,8 @@ void addDialogCommands(CLI::App& app) {
       app.add_subcommand("about", "Show what the effect's about box says, driver included");
   aboutCommand->callback([options] { about(*options); });
   for (CLI::App* command : {infoCommand, aboutCommand}) {
-    command->add_option("--module", options->module, "the effect module to use");
+    command->add_flag("--json", options->json, "print one JSON object");
+    command->add_option("--module", options->module, "the effect module to use")->type_name("FILE");
   }
 }
 

@@ -1,8 +1,11 @@
 #include <exception>
 
+#include "cli/command_tree.h"
 #include "cli/commands.h"
 #include "cli/failure.h"
-#include "cli/messages.h"
+#include "cli/help_examples.h"
+#include "cli/help_format.h"
+#include "cli/suggestion.h"
 
 namespace vellumtide::cli {
 namespace {
@@ -12,22 +15,8 @@ int report(const std::string& message, ExitStatus status) {
   return static_cast<int>(status);
 }
 
-bool hasCommand(const CLI::App& app, std::string_view name) {
-  for (const CLI::App* command : app.get_subcommands([](const CLI::App*) { return true; })) {
-    if (command->get_name() == name) return true;
-  }
-  return false;
-}
-
-int run(int argc, char** argv) {
-  CLI::App app("Runs Pixel Bender kernels and graphs on the graphics card.", "vellumtide");
-  app.set_version_flag("--version", "vellumtide " VELLUMTIDE_VERSION);
-  app.require_subcommand(1);
-  app.allow_windows_style_options(false);  // "/x" is a path, everywhere
-  app.footer(
-      "vellumtide COMMAND --help tells more. Exit status: 0 done, 1 a frame or something\n"
-      "else failed, 2 wrong usage, 3 the program cannot be loaded or does not build,\n"
-      "4 an image cannot be read or written, 5 no usable GL device.");
+void addCommands(CLI::App& app) {
+  addVersionFlag(app, VELLUMTIDE_VERSION);
   addRenderCommand(app);
   addInspectCommand(app);
   addGlslCommand(app);
@@ -36,21 +25,76 @@ int run(int argc, char** argv) {
   addDialogCommands(app);
   addProjectCommand(app);
   addCompletionCommand(app);
-  if (argc > 1 && argv[1][0] != '-' && !hasCommand(app, argv[1])) {
-    return report("there is no command " + std::string(argv[1]) + " (see --help)",
-                  ExitStatus::Usage);
+  addManualCommand(app);
+  addHelpCommand(app);
+  addExamples(app);
+}
+
+// The innermost command that was named.
+const CLI::App& namedCommand(const CLI::App& app) {
+  const std::vector<CLI::App*> named = app.get_subcommands();
+  return named.empty() ? app : namedCommand(*named.back());
+}
+
+// "project render "; "" for the program itself.
+std::string pathOf(const CLI::App& command) {
+  if (command.get_parent() == nullptr) return "";
+  return pathOf(*command.get_parent()) + command.get_name() + " ";
+}
+
+// A word that no command or option knows explains more than what was found missing for its sake.
+std::string usageMessage(const CLI::App& app, const CLI::ParseError& error) {
+  const CLI::App& command = namedCommand(app);
+  const std::vector<const CLI::App*> inner = commandsOf(command);
+  for (const std::string& word : app.remaining(true)) {
+    std::vector<std::string> known;
+    if (word.size() > 1 && word[0] == '-' && word != "--") {
+      for (const CLI::Option* option : optionsOf(command)) {
+        for (const std::string& flag : flagsOf(*option))
+          known.push_back(flag);
+      }
+      const std::string flag = word.substr(0, word.find('='));
+      return "there is no option " + flag + suggestion(flag, known);
+    }
+    if (inner.empty()) continue;
+    for (const CLI::App* candidate : inner)
+      known.push_back(candidate->get_name());
+    return "there is no command " + word + suggestion(word, known);
+  }
+  return inner.empty() ? error.what() : "a command has to follow";
+}
+
+int run(int argc, char** argv) {
+  CLI::App app("Runs Pixel Bender kernels and graphs on the graphics card.", "vellumtide");
+  app.set_help_flag("-h,--help", "show this help and end");
+  app.formatter(std::make_shared<HelpFormat>());
+  app.require_subcommand(1);
+  app.allow_windows_style_options(false);  // "/x" is a path, everywhere
+  app.footer(
+      "`vellumtide COMMAND --help` tells more, with examples.\n\n"
+      "Exit status: 0 done, 1 a frame or something else failed, 2 wrong usage,\n"
+      "3 the program cannot be loaded or does not build, 4 an image cannot be read\n"
+      "or written, 5 no usable GL device, 128 + n ended by signal n.");
+  addCommands(app);
+  if (argc <= 1) {
+    say("a command has to follow\n\n" + app.help());
+    return static_cast<int>(ExitStatus::Usage);
   }
   try {
     app.parse(argc, argv);
+  } catch (const CLI::CallForHelp&) {
+    writeOut(app.help());
+  } catch (const CLI::Success&) {
+    return 0;
   } catch (const CLI::ParseError& error) {
-    if (error.get_exit_code() == 0) return app.exit(error);
-    return report(std::string(error.what()) + " (see --help)", ExitStatus::Usage);
+    return report(
+        usageMessage(app, error) + " (see vellumtide " + pathOf(namedCommand(app)) + "--help)",
+        ExitStatus::Usage);
   }
   return 0;
 }
 
 }  // namespace
-
 }  // namespace vellumtide::cli
 
 int main(int argc, char** argv) {

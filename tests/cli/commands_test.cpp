@@ -145,8 +145,14 @@ TEST_F(Commands, RefusalsHaveTheirStatusAndSayWhere) {
       {"glsl k.pbk --stage vertex --node n", 2, "has no nodes"},
       {"inspect", 2, "FILE"},
       {"inspect k.pbk --nothing", 2, "--nothing"},
-      {"", 2, "subcommand"},
-      {"paint k.pbk", 2, "there is no command paint"},
+      {"", 2, "Commands:"},
+      {"paint k.pbk", 2, "there is no command paint (see"},
+      {"rendr k.pbk", 2, "there is no command rendr; did you mean render?"},
+      {"project shwo", 2, "there is no command shwo; did you mean show?"},
+      {"glsl --staeg=vertex", 2, "--staeg; did you mean --stage? (see vellumtide glsl --help)"},
+      {"help project paint", 2, "there is no command paint"},
+      {"inspect -- --json", 3, "--json: unknown extension"},
+      {"--help >/dev/full", 1, "standard output"},
       {"inspect k.pbk >/dev/full", 1, "standard output"},
   };
   for (const auto& [arguments, status, message] : kCases) {
@@ -156,8 +162,7 @@ TEST_F(Commands, RefusalsHaveTheirStatusAndSayWhere) {
     EXPECT_NE(outcome.error.find(message), std::string::npos) << arguments << "\n" << outcome.error;
     EXPECT_EQ(outcome.out, "") << arguments;
   }
-  for (const char* help :
-       {"--help", "inspect --help", "glsl --help", "render --help", "--version"}) {
+  for (const char* help : {"--help", "inspect --help", "help glsl", "render --help", "--version"}) {
     const Outcome outcome = run(help);
     EXPECT_EQ(outcome.status, 0) << help;
     EXPECT_NE(outcome.out.find(help[0] == '-' ? "ellumtide" : "Usage:"), std::string::npos) << help;

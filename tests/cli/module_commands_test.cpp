@@ -54,6 +54,9 @@ TEST_F(ModuleCommands, DialogsSayWhatTheModuleSays) {
   for (const char* part : {"Vellumtide v 1.2.2", "OpenGL vendor  : ", "GLSL   version : "}) {
     EXPECT_NE(about.find(part), std::string::npos) << about;
   }
+  const Json gl = Json::parse(run("--json --version --gl").out)["gl"];
+  EXPECT_EQ(gl, Json::parse(run("about --json").out)["gl"]);
+  EXPECT_NE(about.find(gl.at("glslVersion").get<std::string>()), std::string::npos);
 }
 
 TEST_F(ModuleCommands, ProjectsKeepValuesAndFindLostPrograms) {
@@ -87,7 +90,7 @@ TEST_F(ModuleCommands, ProjectsKeepValuesAndFindLostPrograms) {
                 {"render missing.json -o x.exr", 1, "missing.json"},
                 {"new q.json missing.pbk -i in.exr", 3, "no such file"},
                 {"new q.json found/deep/good.pbk -i in.exr -p Nothing=1", 2, "\"Amount\""},
-                {"", 2, "subcommand"}};
+                {"", 2, "a command has to follow"}};
   for (const auto& [arguments, status, message] : kCases) {
     const Outcome outcome = run("project " + std::string(arguments));
     EXPECT_EQ(outcome.status, status) << arguments << "\n" << outcome.error;

@@ -2,7 +2,7 @@
 """Runs the examples of a document, or of every command's --help, as a reader would.
 
     run_document.py PROGRAM EXAMPLES DOCUMENT.md
-    run_document.py PROGRAM EXAMPLES --help-texts
+    run_document.py PROGRAM EXAMPLES help_texts
 
 PROGRAM is the built `vellumtide`, EXAMPLES the folder examples/. All blocks of a document run in one
 scratch folder, in their order. It holds photo.png, in.0001.exr to in.0010.exr and the example
@@ -121,9 +121,12 @@ def run_help_texts(scratch):
         if not shown:
             fail(" ".join(command), "its --help has no example")
         examples = re.findall(r"^  ((?:.*\\\n)*[^#\n].*)", shown[1], re.M)
-        status, output = scratch.run("\n".join(examples))
+        script = "\n".join(examples)
+        status, output = scratch.run(script)
         if status != 0:
-            fail(" ".join(command), f"an example of its --help ends with status {status}", output)
+            line = script.splitlines()[max(scratch.line(), 1) - 1]
+            fail(" ".join(command), f"this example of its --help ends with status {status}: {line}",
+                 output[-2000:])
         print(f"{' '.join(command)}: {len(examples)} examples run")
 
     walk()
@@ -133,7 +136,7 @@ if __name__ == "__main__":
     program, examples, subject = sys.argv[1:]
     with tempfile.TemporaryDirectory() as folder:
         scratch = Scratch(program, examples, folder)
-        if subject == "--help-texts":
+        if subject == "help_texts":
             run_help_texts(scratch)
         else:
             run_document(scratch, pathlib.Path(subject))
