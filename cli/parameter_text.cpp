@@ -1,0 +1,63 @@
+#include "cli/parameter_text.h"
+
+#include "cli/messages.h"
+#include "cli/number_text.h"
+#include "params/control_labels.h"
+#include "params/slot_assignment.h"
+
+namespace vellumtide::cli {
+namespace {
+
+std::string componentText(const ValueCells& cells, BaseKind kind, int i) {
+  if (kind == BaseKind::Int) return std::to_string(cells.intAt(i));
+  if (kind == BaseKind::Bool) return cells.boolAt(i) ? "true" : "false";
+  return numberText(cells.floatAt(i));
+}
+
+// Entry `index` of a list of entries separated by "|"; empty when there is none.
+std::string entryText(const std::string& entries, int index) {
+  std::size_t start = 0;
+  for (; index > 0 && start != std::string::npos; --index) {
+    const std::size_t bar = entries.find('|', start);
+    start = bar == std::string::npos ? bar : bar + 1;
+  }
+  if (index < 0 || start == std::string::npos) return {};
+  return entries.substr(start, entries.find('|', start) - start);
+}
+
+}  // namespace
+
+std::string controlKind(const pbParameter& parameter) {
+  static constexpr const char* kNames[] = {"none",  "check box", "pop-up", "slider",
+                                           "fixed", "point",     "angle",  "colour"};
+  return kNames[static_cast<int>(controlNeed(parameter).bank)];
+}
+
+std::string valueText(const pbValue& value, pbElementType type) {
+  const BaseKind kind = baseKind(type);
+  if (!value.isSet || kind == BaseKind::None) return "-";
+  std::string text = componentText(value.cells, kind, 0);
+  const std::string first = text;
+  bool allEqual = true;
+  for (int i = 1; i < componentCount(type); ++i) {
+    const std::string component = componentText(value.cells, kind, i);
+    allEqual = allEqual && component == first;
+    text += "," + component;
+  }
+  return allEqual && componentCount(type) > 1 ? first + " each" : text;
+}
+
+std::string defaultText(const pbParameter& parameter) {
+  const RelativePoint& relative = parameter.aePointRelativeDefaultValue;
+  if (!parameter.defaultValue.isSet && relative.isSet) {
+    return numberText(relative.x * 100) + "%," + numberText(relative.y * 100) + "%";
+  }
+  if (controlNeed(parameter).bank == Bank::Popup && parameter.defaultValue.isSet) {
+    const std::string entry =
+        entryText(popupEntries(parameter), parameter.defaultValue.cells.intAt(0));
+    if (!entry.empty()) return onOneLine(entry);
+  }
+  return valueText(parameter.defaultValue, parameter.type);
+}
+
+}  // namespace vellumtide::cli
