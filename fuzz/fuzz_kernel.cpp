@@ -36,8 +36,18 @@ int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   FUZZ_EXPECT(reader.lineCount() == static_cast<std::size_t>(lineEnds));
 
   pbKernelInfo kernel;
+  SourceMap map;
   PBKParser parser(bytes);
-  parser.parse(kernel);
+  parser.parse(kernel, &map);
+  for (std::size_t i = 0; i < kernel.body.size(); ++i) {
+    const auto origin = map.originOf(i);
+    FUZZ_EXPECT(origin && origin->source <= text.size());
+    FUZZ_EXPECT(!origin->isCopy || text.at(origin->source) == kernel.body[i]);
+  }
+  FUZZ_EXPECT(map.segmentCount() <= text.size());
+  pbKernelInfo unmapped;
+  PBKParser(bytes).parse(unmapped);
+  FUZZ_EXPECT(unmapped.body == kernel.body);
   FUZZ_EXPECT(parser.lineCount() <= reader.lineCount());
   FUZZ_EXPECT(parser.position() <= text.size());
   // Each token grows by less than the longest text put in its place.

@@ -16,20 +16,21 @@ bool isLiteral(LexState state) {
 
 }  // namespace
 
-bool PBKParser::ParameterParser::onToken(ShaderReader& reader, std::size_t, TokenKind kind,
+bool PBKParser::ParameterParser::onToken(ShaderReader& reader, std::size_t length, TokenKind kind,
                                          LexState, std::string_view token) {
   if (current_.name.empty() && kind == TokenKind::Identifier) {
     current_.name = token;
     current_.sourceName = token;
-    output.append(" ").append(token);
+    put(" ", reader.position() - length);
+    keep(reader, length, token);
   } else if (token == ";") {
     add();
-    output.append(";");
+    keep(reader, length, token);
     return true;
   } else if (token == ",") {
     add();
     startNext();
-    output.append(",");
+    keep(reader, length, token);
   } else if (token == "<") {
     ParameterMetaDataParser parser(current_);
     reader.run(parser);

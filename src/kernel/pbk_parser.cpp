@@ -15,9 +15,9 @@ class DeclarationParser : public ShaderReader::Parser {
   DeclarationParser(std::vector<pbVariable>& variables, RecordBudget& budget, pbElementType type)
       : variables_(variables), budget_(budget), type_(type) {}
 
-  bool onToken(ShaderReader&, std::size_t, TokenKind kind, LexState,
+  bool onToken(ShaderReader& reader, std::size_t length, TokenKind kind, LexState,
                std::string_view token) override {
-    output.append(token);
+    keep(reader, length, token);
     if (kind == TokenKind::Identifier && budget_.take(sizeof(pbVariable))) {
       variables_.emplace_back(type_, token);
     }
@@ -74,14 +74,15 @@ class PBKParser::MetaDataParser : public ShaderReader::Parser {
 /// are left to the vertex shader.
 class PBKParser::EvaluateDependentsParser : public ShaderReader::Parser {
  public:
-  bool onToken(ShaderReader& reader, std::size_t, TokenKind, LexState lexState,
+  bool onToken(ShaderReader& reader, std::size_t length, TokenKind, LexState lexState,
                std::string_view token) override {
     const bool isCode = lexState == LexState::Code;
     const bool isEnd = token == "}" && isCode && reader.braceDepth() == 1;
-    if (isEnd) output.append("\n#endif\n");
-    output.append(token);
+    const std::size_t place = reader.position() - length;
+    if (isEnd) put("\n#endif\n", place);
+    keep(reader, length, token);
     if (token == "{" && isCode && reader.braceDepth() == 2) {
-      output.append("\n#ifdef vlmk_VERTEX_SHADER\n");
+      put("\n#ifdef vlmk_VERTEX_SHADER\n", place);
     }
     return isEnd;
   }
@@ -93,7 +94,7 @@ class PBKParser::GlobalParser : public ShaderReader::Parser {
  public:
   explicit GlobalParser(ParseTarget target) : target_(target) {}
 
-  bool onToken(ShaderReader& reader, std::size_t, TokenKind kind, LexState lexState,
+  bool onToken(ShaderReader& reader, std::size_t length, TokenKind kind, LexState lexState,
                std::string_view token) override {
     if (kind == TokenKind::Identifier) {
       if (onWord(reader, token)) return false;
@@ -110,9 +111,9 @@ class PBKParser::GlobalParser : public ShaderReader::Parser {
       }
     }
     if (isInsideBody_) {
-      output.append(token);
+      keep(reader, length, token);
     } else if (lexState == LexState::Preprocessor) {
-      output.append("#").append(reader.restOfLine()).append("\n");
+      keepLine(reader, length);
     }
     return false;
   }
@@ -123,7 +124,7 @@ class PBKParser::GlobalParser : public ShaderReader::Parser {
   bool onWord(ShaderReader& reader, std::string_view word) {
     switch (word.size()) {
       case 5:
-        if (word == "union") return output.append("vlmk_union"), true;
+        if (word == "union") return put("vlmk_union", placeOf(reader, word)), true;
         if (word == "input") return onInput(reader), true;
         return false;
       case 6:
@@ -143,49 +144,70 @@ class PBKParser::GlobalParser : public ShaderReader::Parser {
   }
 
   void onInput(ShaderReader& reader) {
-    const std::string_view type = reader.nextIdentifier(";");
+    const std::string_view type = declarationType(reader, "input");
     if (type.empty()) return;
-    output.append("input ").append(type);
     InputsParser parser(target_, typeFromName(type));
     runInto(reader, parser);
   }
 
   void onOutput(ShaderReader& reader) {
-    const std::string_view type = reader.nextIdentifier(";");
+    const std::string_view type = declarationType(reader, "output");
     if (type.empty()) return;
-    output.append("output ").append(type);
     const std::string_view name = reader.nextIdentifier(";");
     if (name.empty()) return;
-    output.append(" ").append(name);
+    put(" ", placeOf(reader, name));
+    keep(reader, name.size(), name);
     target_.kernel.output = pbVariable(typeFromName(type), name);
   }
 
   void onParameter(ShaderReader& reader) {
-    const std::string_view type = reader.nextIdentifier(";");
+    const std::string_view type = declarationType(reader, "parameter");
     if (type.empty()) return;
-    output.append("parameter ").append(type);
     ParameterParser parser(target_, typeFromName(type));
     runInto(reader, parser);
   }
 
   void onDependent(ShaderReader& reader) {
+    const std::size_t place = placeOf(reader, "dependent");
     const std::string_view name = reader.nextIdentifier(";");
     if (name.empty()) return;
     const pbElementType type = typeFromName(name);
-    output.append(isCarried(type) ? "dependent " : "dependent varying ").append(name);
+    put(isCarried(type) ? "dependent " : "dependent varying ", place);
+    keep(reader, name.size(), name);
     DependentsParser parser(target_, type);
     runInto(reader, parser);
   }
 
   void onEvaluateDependents(ShaderReader& reader, std::string_view word) {
-    output.append(word);
+    keep(reader, word.size(), word);
     EvaluateDependentsParser parser;
     runInto(reader, parser);
   }
 
-  void runInto(ShaderReader& reader, ShaderReader::Parser& parser) {
-    reader.run(parser);
-    output.append(parser.output);
+  /// The next identifier, appended behind the declaration's word, which the reader has just passed;
+  /// empty, with nothing appended, without one before the ";".
+  std::string_view declarationType(ShaderReader& reader, std::string_view word) {
+    const std::size_t place = placeOf(reader, word);
+    const std::string_view type = reader.nextIdentifier(";");
+    if (type.empty()) return type;
+    put(word, place);
+    put(" ", place);
+    keep(reader, type.size(), type);
+    return type;
+  }
+
+  /// A preprocessor line from its "#", which the reader has passed, through its end.
+  void keepLine(ShaderReader& reader, std::size_t length) {
+    const std::size_t place = reader.position() - length;
+    put("#", place);
+    const std::string_view line = reader.restOfLine();
+    keep(reader, line.size(), line);
+    put("\n", reader.position());
+  }
+
+  /// Where the word stands that the reader has just passed.
+  static std::size_t placeOf(const ShaderReader& reader, std::string_view word) {
+    return reader.position() - word.size();
   }
 
   ParseTarget target_;
@@ -195,8 +217,9 @@ class PBKParser::GlobalParser : public ShaderReader::Parser {
 PBKParser::PBKParser(std::string_view text, RecordBudget* budget)
     : ShaderReader(text), budget_(budget ? budget : &ownBudget_) {}
 
-void PBKParser::parse(pbKernelInfo& kernel) {
+void PBKParser::parse(pbKernelInfo& kernel, SourceMap* bodyMap) {
   GlobalParser parser({kernel, *budget_});
+  parser.map = bodyMap;
   run(parser);
   kernel.body = std::move(parser.output);
 }

@@ -42,8 +42,9 @@ class PBKParser : public ShaderReader {
   /// Kernels of one graph share a budget; it must outlive the parser.
   explicit PBKParser(std::string_view text, RecordBudget* budget = nullptr);
 
-  /// Fills a fresh `kernel`: metadata, inputs, output, dependents, parameters and body.
-  void parse(pbKernelInfo& kernel);
+  /// Fills a fresh `kernel`: metadata, inputs, output, dependents, parameters and body. A
+  /// `bodyMap` learns where the body comes from.
+  void parse(pbKernelInfo& kernel, SourceMap* bodyMap = nullptr);
 
  private:
   RecordBudget ownBudget_;

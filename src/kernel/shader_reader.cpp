@@ -47,10 +47,27 @@ bool isLiteral(LexState state) {
 
 }  // namespace
 
-bool ShaderReader::Parser::onToken(ShaderReader&, std::size_t, TokenKind, LexState,
+bool ShaderReader::Parser::onToken(ShaderReader& reader, std::size_t length, TokenKind, LexState,
                                    std::string_view token) {
-  output.append(token);
+  keep(reader, length, token);
   return false;
+}
+
+void ShaderReader::Parser::runInto(ShaderReader& reader, Parser& parser) {
+  SourceMap own;
+  if (map) parser.map = &own;
+  reader.run(parser);
+  if (map) map->append(own, output.size());
+  output.append(parser.output);
+}
+
+/// Only comments are longer than the token that stands for them.
+void ShaderReader::Parser::note(std::size_t source, std::size_t length, std::string_view token) {
+  if (length == token.size()) {
+    map->addCopy(output.size(), source, length);
+  } else {
+    map->addReplaced(output.size(), source, token.size());
+  }
 }
 
 ShaderReader::ShaderReader(std::string_view text) : text_(text.substr(0, text.find(kTextEnd))) {}

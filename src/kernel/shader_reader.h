@@ -5,6 +5,8 @@
 #include <string>
 #include <string_view>
 
+#include "kernel/source_map.h"
+
 namespace vellumtide {
 
 enum class TokenKind : std::int32_t {
@@ -48,6 +50,25 @@ class ShaderReader {
                          LexState lexState, std::string_view token);
 
     std::string output;
+    /// Where the output comes from in the reader's text, when somebody wants to know.
+    SourceMap* map = nullptr;
+
+   protected:
+    /// Appends the token that the reader has just passed.
+    void keep(const ShaderReader& reader, std::size_t length, std::string_view token) {
+      if (map) note(reader.position() - length, length, token);
+      output.append(token);
+    }
+    /// Appends `text` in place of what stands at `source`.
+    void put(std::string_view text, std::size_t source) {
+      if (map) map->addReplaced(output.size(), source, text.size());
+      output.append(text);
+    }
+    /// Runs `parser` and appends its output.
+    void runInto(ShaderReader& reader, Parser& parser);
+
+   private:
+    void note(std::size_t source, std::size_t length, std::string_view token);
   };
 
   explicit ShaderReader(std::string_view text);
