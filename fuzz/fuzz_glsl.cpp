@@ -34,8 +34,11 @@ int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   std::string fragment;
   pbKernelInfo kernel;
   PBKParser(text).parse(kernel);
-  generateKernelShaders(kernel, order, vertex, fragment);
+  ShaderTextPlaces places;
+  generateKernelShaders(kernel, order, vertex, fragment, &places);
   checkTexts(kernel.body, vertex, fragment);
+  FUZZ_EXPECT(vertex.compare(places.vertex.body, kernel.body.size(), kernel.body) == 0);
+  FUZZ_EXPECT(fragment.compare(places.fragment.body, kernel.body.size(), kernel.body) == 0);
 
   pbGraphInfo graph;
   if (readGraphText(text.c_str(), graph) != 0) return 0;
@@ -44,10 +47,14 @@ int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     const int plain = generateNodeShaders(graph, i, vertex, fragment, order);
     std::string otherVertex = vertex;
     std::string otherFragment = fragment;
-    const int indexed = generateNodeShaders(graph, kernels, i, otherVertex, otherFragment, order);
+    const int indexed =
+        generateNodeShaders(graph, kernels, i, otherVertex, otherFragment, order, &places);
     FUZZ_EXPECT(plain == indexed && vertex == otherVertex && fragment == otherFragment);
     if (plain == 0) {
       checkTexts(kernels.find(graph.nodes[i].name)->body, vertex, fragment);
+      const std::string& function = graph.nodes[i].evaluateParameters;
+      const std::size_t begin = places.fragment.evaluateParameters;
+      FUZZ_EXPECT(fragment.compare(begin, function.size(), function) == 0);
     }
   }
   return 0;

@@ -6,6 +6,7 @@
 
 #include "fuzz/fuzz_input.h"
 #include "graph/graph_reader.h"
+#include "graph/graph_text_map.h"
 #include "graph/xml_extent.h"
 
 namespace {
@@ -41,6 +42,16 @@ XmlExtent extentOf(const TiXmlDocument& document) {
   return extent;
 }
 
+/// Characters that are said to be copied are.
+void checkMap(const SourceMap& map, std::string_view value, std::string_view text) {
+  for (std::size_t i = 0; i < value.size(); ++i) {
+    const auto origin = map.originOf(i);
+    if (!origin) return;
+    FUZZ_EXPECT(origin->source < text.size());
+    FUZZ_EXPECT(!origin->isCopy || text[origin->source] == value[i]);
+  }
+}
+
 }  // namespace
 
 int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
@@ -65,6 +76,14 @@ int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     FUZZ_EXPECT(node.evaluateParameters.size() <= 7 * node.evaluateParametersSource.size());
   }
 
+  const GraphTextMaps maps = mapGraphTexts(text.c_str());
+  FUZZ_EXPECT(maps.kernelSources.size() == graph.kernelSources.size());
+  FUZZ_EXPECT(maps.functionSources.size() == graph.nodes.size());
+  for (std::size_t i = 0; i < graph.kernelSources.size(); ++i)
+    checkMap(maps.kernelSources[i], graph.kernelSources[i], text);
+  for (std::size_t i = 0; i < graph.nodes.size(); ++i)
+    checkMap(maps.functionSources[i], graph.nodes[i].evaluateParametersSource, text);
+
   // The bytes once more as a node's function, with parameters that occur in it.
   pbGraphInfo own;
   own.parameters.emplace_back(pbElementType::Float, "a");
@@ -72,7 +91,10 @@ int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   pbgNodeInfo node;
   node.id = "n";
   node.evaluateParametersSource = text;
-  node.parse(own);
+  SourceMap map;
+  node.parse(GraphParameterNames(own), &map);
+  FUZZ_EXPECT(node.evaluateParameters.empty() || map.originOf(node.evaluateParameters.size() - 1));
+  checkMap(map, node.evaluateParameters, text);
   FUZZ_EXPECT(node.evaluateParameters.size() <= 7 * text.size());
   return 0;
 }

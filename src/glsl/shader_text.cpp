@@ -30,24 +30,29 @@ std::string_view inputCountText(std::size_t count) {
 }
 
 /// What both shaders share: definitions, preludes, the kernel and its declarations.
-void appendCommon(std::string& text, const pbKernelInfo& kernel, const NodeShaderInputs* node,
-                  ChannelOrder channelOrder) {
+OwnTextPlaces appendCommon(std::string& text, const pbKernelInfo& kernel,
+                           const NodeShaderInputs* node, ChannelOrder channelOrder) {
+  OwnTextPlaces places;
   append(text, node ? "#define parameter\n" : "#define parameter uniform\n");
   append(text, "#define vlmk__INPUT_MAX ", inputCountText(kernel.inputs.size()), "\n");
   const std::string_view swizzle = inputSwizzle(channelOrder);
   if (!swizzle.empty()) append(text, "#define vlmk_SWIZZLE_IN ", swizzle, "\n");
-  append(text, typePrelude(), "\n", functionPrelude(), "\n\n", kernel.body, "\n\n");
+  append(text, typePrelude(), "\n", functionPrelude(), "\n\n");
+  places.body = text.size();
+  append(text, kernel.body, "\n\n");
   forEachCarried(kernel, [&](const pbVariable& dependent) {
     append(text, "varying ", varyingTypeName(dependent.type), " ", prefixedName(dependent.name),
            ";\n");
   });
-  if (!node) return;
+  if (!node) return places;
   for (const pbParameter& parameter : node->graphParameters) {
     append(text, "uniform ", typeName(parameter.type), " ", graphParameterPrefix(parameter.name),
            parameter.name, ";\n");
   }
+  places.evaluateParameters = text.size();
   append(text, node->evaluateParameters.empty() ? "void evaluateParameters(){}\n"
                                                 : node->evaluateParameters);
+  return places;
 }
 
 void appendVertexMain(std::string& text, const pbKernelInfo& kernel, bool isNode) {
@@ -78,19 +83,26 @@ void appendFragmentMain(std::string& text, const pbKernelInfo& kernel, bool isNo
 }  // namespace
 
 int generateShaders(const pbKernelInfo& kernel, const NodeShaderInputs* node,
-                    ChannelOrder channelOrder, std::string& vertexText, std::string& fragmentText) {
+                    ChannelOrder channelOrder, std::string& vertexText, std::string& fragmentText,
+                    ShaderTextPlaces* places) {
   vertexText = "\n#define vlmk_VERTEX_SHADER\n";
   const std::size_t commonBegin = vertexText.size();
-  appendCommon(vertexText, kernel, node, channelOrder);
+  const OwnTextPlaces own = appendCommon(vertexText, kernel, node, channelOrder);
   fragmentText.assign(vertexText, commonBegin);
   appendVertexMain(vertexText, kernel, node != nullptr);
   appendFragmentMain(fragmentText, kernel, node != nullptr, channelOrder);
+  if (places) {
+    places->vertex = own;
+    places->fragment = {own.body - commonBegin,
+                        node ? own.evaluateParameters - commonBegin : std::size_t{0}};
+  }
   return 0;
 }
 
 int generateKernelShaders(const pbKernelInfo& kernel, ChannelOrder channelOrder,
-                          std::string& vertexText, std::string& fragmentText) {
-  return generateShaders(kernel, nullptr, channelOrder, vertexText, fragmentText);
+                          std::string& vertexText, std::string& fragmentText,
+                          ShaderTextPlaces* places) {
+  return generateShaders(kernel, nullptr, channelOrder, vertexText, fragmentText, places);
 }
 
 }  // namespace vellumtide

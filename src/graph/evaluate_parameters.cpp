@@ -12,23 +12,29 @@ class EvaluateParametersParaser : public ShaderReader::Parser {
   EvaluateParametersParaser(const GraphParameterNames& parameterNames, std::string id)
       : parameterNames_(parameterNames), id_(std::move(id)) {}
 
-  bool onToken(ShaderReader& reader, std::size_t, TokenKind, LexState lexState,
+  bool onToken(ShaderReader& reader, std::size_t length, TokenKind, LexState lexState,
                std::string_view token) override {
     if (token == "}" && reader.braceDepth() == 0) {
-      output.append(token);
+      keep(reader, length, token);
       return true;
     }
     if (output.ends_with('\n') && (token == "\t" || token == "\n")) return false;
 
+    const std::size_t place = reader.position() - length;
     if (token == id_) {
-      output.append(lexState == LexState::Preprocessor ? " " : reader.nextIdentifier(";"));
+      if (lexState == LexState::Preprocessor) {
+        put(" ", place);
+      } else {
+        const std::string_view name = reader.nextIdentifier(";");
+        keep(reader, name.size(), name);
+      }
     } else if (token == ":" && reader.peek(1) == ':') {
       // The character looked at is the one behind the next: "::" itself is not meant.
       reader.skipCharacter();
-      output.append(" ");
+      put(" ", place);
     } else {
-      if (parameterNames_.contains(token)) output.append(graphParameterPrefix(token));
-      output.append(token);
+      if (parameterNames_.contains(token)) put(graphParameterPrefix(token), place);
+      keep(reader, length, token);
     }
     return false;
   }
@@ -44,9 +50,10 @@ void pbGraphInfo::pbgNodeInfo::parse(const pbGraphInfo& graph) {
   parse(GraphParameterNames(graph));
 }
 
-void pbGraphInfo::pbgNodeInfo::parse(const GraphParameterNames& parameterNames) {
+void pbGraphInfo::pbgNodeInfo::parse(const GraphParameterNames& parameterNames, SourceMap* map) {
   ShaderReader reader(evaluateParametersSource);
   EvaluateParametersParaser parser(parameterNames, id.str());
+  parser.map = map;
   reader.run(parser);
   evaluateParameters = std::move(parser.output);
 }

@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "kernel/kernel_info.h"
+#include "kernel/source_map.h"
 
 namespace vellumtide {
 
@@ -40,8 +41,8 @@ class pbGraphInfo : public pbMetadata {
     /// Rewrites evaluateParametersSource into evaluateParameters: the graph's parameters get their
     /// shader names, `id::parameter` becomes `parameter`.
     void parse(const pbGraphInfo& graph);
-    /// The same for many nodes of one graph.
-    void parse(const GraphParameterNames& parameterNames);
+    /// The same for many nodes of one graph. A `map` learns where the rewritten text comes from.
+    void parse(const GraphParameterNames& parameterNames, SourceMap* map = nullptr);
 
     NameText id;
     NameText name;

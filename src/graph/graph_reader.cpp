@@ -1,22 +1,17 @@
 #include "graph/graph_reader.h"
 
-#include <tinyxml.h>
-
 #include <filesystem>
 #include <fstream>
 #include <string>
 #include <string_view>
 #include <utility>
 
-#include "graph/xml_extent.h"
+#include "graph/graph_document.h"
 #include "kernel/pbk_parser.h"
 #include "kernel/value_text.h"
 
 namespace vellumtide {
 namespace {
-
-/// Bytes that a cut character at the end of the text makes TinyXML step over.
-constexpr std::size_t kPadding = 4;
 
 std::string_view textOf(const char* attribute) {
   return attribute ? std::string_view(attribute) : std::string_view();
@@ -30,22 +25,6 @@ std::string_view attribute(const TiXmlElement& element, const char* name) {
 std::int32_t integerOr1(const TiXmlElement& element, const char* name) {
   int value = 1;
   return element.QueryIntAttribute(name, &value) == TIXML_SUCCESS ? value : 1;
-}
-
-/// Calls `visit` for each child element of that name, in document order.
-template <typename Visit>
-void forEachChild(const TiXmlElement& parent, const char* name, Visit visit) {
-  for (const TiXmlElement* child = parent.FirstChildElement(name); child;
-       child = child->NextSiblingElement(name)) {
-    visit(*child);
-  }
-}
-
-/// The text of an element whose first child is text; null otherwise.
-const char* leadingText(const TiXmlElement& element) {
-  const TiXmlNode* child = element.FirstChild();
-  const TiXmlText* text = child ? child->ToText() : nullptr;
-  return text ? text->Value() : nullptr;
 }
 
 void readMetadata(const TiXmlElement& element, pbGraphInfo& info) {
@@ -111,7 +90,9 @@ void readNode(const TiXmlElement& element, pbGraphInfo& info) {
   node.clientID = attribute(element, "clientID");
   node.version = integerOr1(element, "version");
   if (const TiXmlElement* function = element.FirstChildElement("evaluateParameters")) {
-    node.evaluateParametersSource = textOf(leadingText(*function));
+    if (const TiXmlText* text = leadingText(*function)) {
+      node.evaluateParametersSource = text->Value();
+    }
   }
   info.nodes.push_back(std::move(node));
 }
@@ -147,16 +128,6 @@ void resolve(pbGraphInfo& info) {
   const GraphParameterNames parameterNames(info);
   for (pbgNodeInfo& node : info.nodes)
     node.parse(parameterNames);
-}
-
-/// Builds the tree of a text unless that is unsafe. Positions are not tracked, nothing asks for
-/// them.
-bool buildDocument(std::string text, TiXmlDocument& document) {
-  if (text.size() > kGraphTextLimit || !isWithinLimits(measureXml(text))) return false;
-  text.append(kPadding, '\0');
-  document.SetTabSize(0);
-  document.Parse(text.c_str(), nullptr, TIXML_ENCODING_UTF8);
-  return true;
 }
 
 /// The file up to its first zero byte with every line end made a line feed; one character more than
@@ -209,7 +180,7 @@ int readGraphDocument(const TiXmlDocument& document, pbGraphInfo& info) {
     info.output = readImage(*image);
   }
   forEachChild(*root, "kernel", [&](const TiXmlElement& e) {
-    if (const char* source = leadingText(e)) info.kernelSources.emplace_back(source);
+    if (const TiXmlText* text = leadingText(e)) info.kernelSources.emplace_back(text->Value());
   });
   forEachChild(*root, "node", [&](const TiXmlElement& e) { readNode(e, info); });
   forEachChild(*root, "connect", [&](const TiXmlElement& e) { readConnection(e, info); });

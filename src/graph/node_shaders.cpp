@@ -1,15 +1,14 @@
 #include "graph/node_shaders.h"
 
-#include "glsl/shader_text.h"
-
 namespace vellumtide {
 namespace {
 
 int generateFor(const pbGraphInfo& graph, const pbKernelInfo* kernel, std::size_t nodeIndex,
-                std::string& vertexText, std::string& fragmentText, ChannelOrder channelOrder) {
+                std::string& vertexText, std::string& fragmentText, ChannelOrder channelOrder,
+                ShaderTextPlaces* places) {
   if (!kernel) return -1;
   const NodeShaderInputs inputs{graph.parameters, graph.nodes[nodeIndex].evaluateParameters};
-  return generateShaders(*kernel, &inputs, channelOrder, vertexText, fragmentText);
+  return generateShaders(*kernel, &inputs, channelOrder, vertexText, fragmentText, places);
 }
 
 }  // namespace
@@ -20,14 +19,14 @@ int generateNodeShaders(const pbGraphInfo& graph, std::size_t nodeIndex, std::st
   for (const pbKernelInfo& kernel : graph.kernels) {
     if (!found && kernel.name == graph.nodes[nodeIndex].name) found = &kernel;
   }
-  return generateFor(graph, found, nodeIndex, vertexText, fragmentText, channelOrder);
+  return generateFor(graph, found, nodeIndex, vertexText, fragmentText, channelOrder, nullptr);
 }
 
 int generateNodeShaders(const pbGraphInfo& graph, const KernelsByName& kernels,
                         std::size_t nodeIndex, std::string& vertexText, std::string& fragmentText,
-                        ChannelOrder channelOrder) {
+                        ChannelOrder channelOrder, ShaderTextPlaces* places) {
   return generateFor(graph, kernels.find(graph.nodes[nodeIndex].name), nodeIndex, vertexText,
-                     fragmentText, channelOrder);
+                     fragmentText, channelOrder, places);
 }
 
 }  // namespace vellumtide

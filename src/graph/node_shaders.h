@@ -4,6 +4,7 @@
 #include <string>
 
 #include "glsl/channel_order.h"
+#include "glsl/shader_text.h"
 #include "graph/graph_info.h"
 
 namespace vellumtide {
@@ -13,9 +14,9 @@ namespace vellumtide {
 int generateNodeShaders(const pbGraphInfo& graph, std::size_t nodeIndex, std::string& vertexText,
                         std::string& fragmentText, ChannelOrder channelOrder);
 
-/// The same for many nodes of one graph.
+/// The same for many nodes of one graph. `places` learns where the texts of kernel and node went.
 int generateNodeShaders(const pbGraphInfo& graph, const KernelsByName& kernels,
                         std::size_t nodeIndex, std::string& vertexText, std::string& fragmentText,
-                        ChannelOrder channelOrder);
+                        ChannelOrder channelOrder, ShaderTextPlaces* places = nullptr);
 
 }  // namespace vellumtide

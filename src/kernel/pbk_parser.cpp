@@ -111,7 +111,7 @@ class PBKParser::GlobalParser : public ShaderReader::Parser {
       }
     }
     if (isInsideBody_) {
-      keep(reader, length, token);
+      output.append(token);
     } else if (lexState == LexState::Preprocessor) {
       keepLine(reader, length);
     }
@@ -214,14 +214,37 @@ class PBKParser::GlobalParser : public ShaderReader::Parser {
   bool isInsideBody_ = false;
 };
 
+/// The same with a map. Most tokens are appended as they are, which the parser above does without
+/// looking for a map, so that it costs nothing when there is none.
+class PBKParser::MappedGlobalParser : public GlobalParser {
+ public:
+  MappedGlobalParser(ParseTarget target, SourceMap* bodyMap) : GlobalParser(target) {
+    map = bodyMap;
+  }
+
+  bool onToken(ShaderReader& reader, std::size_t length, TokenKind kind, LexState lexState,
+               std::string_view token) override {
+    const std::size_t place = reader.position() - length;
+    const bool isDone = GlobalParser::onToken(reader, length, kind, lexState, token);
+    if (map->size() < output.size()) noteKept(place, length, token.size());
+    return isDone;
+  }
+};
+
 PBKParser::PBKParser(std::string_view text, RecordBudget* budget)
     : ShaderReader(text), budget_(budget ? budget : &ownBudget_) {}
 
 void PBKParser::parse(pbKernelInfo& kernel, SourceMap* bodyMap) {
-  GlobalParser parser({kernel, *budget_});
-  parser.map = bodyMap;
-  run(parser);
-  kernel.body = std::move(parser.output);
+  const ParseTarget target{kernel, *budget_};
+  const auto parseWith = [&](GlobalParser&& parser) {
+    run(parser);
+    kernel.body = std::move(parser.output);
+  };
+  if (bodyMap) {
+    parseWith(MappedGlobalParser(target, bodyMap));
+  } else {
+    parseWith(GlobalParser(target));
+  }
 }
 
 }  // namespace vellumtide

@@ -31,6 +31,7 @@ class RecordBudget {
 class PBKParser : public ShaderReader {
  public:
   class GlobalParser;
+  class MappedGlobalParser;
   class MetaDataParser;
   class InputsParser;
   class DependentsParser;

@@ -62,11 +62,12 @@ void ShaderReader::Parser::runInto(ShaderReader& reader, Parser& parser) {
 }
 
 /// Only comments are longer than the token that stands for them.
-void ShaderReader::Parser::note(std::size_t source, std::size_t length, std::string_view token) {
-  if (length == token.size()) {
-    map->addCopy(output.size(), source, length);
+void ShaderReader::Parser::noteKept(std::size_t source, std::size_t length, std::size_t appended) {
+  const std::size_t text = output.size() - appended;
+  if (length == appended) {
+    map->addCopy(text, source, length);
   } else {
-    map->addReplaced(output.size(), source, token.size());
+    map->addReplaced(text, source, appended);
   }
 }
 

@@ -56,8 +56,8 @@ class ShaderReader {
    protected:
     /// Appends the token that the reader has just passed.
     void keep(const ShaderReader& reader, std::size_t length, std::string_view token) {
-      if (map) note(reader.position() - length, length, token);
       output.append(token);
+      if (map) noteKept(reader.position() - length, length, token.size());
     }
     /// Appends `text` in place of what stands at `source`.
     void put(std::string_view text, std::size_t source) {
@@ -66,9 +66,8 @@ class ShaderReader {
     }
     /// Runs `parser` and appends its output.
     void runInto(ShaderReader& reader, Parser& parser);
-
-   private:
-    void note(std::size_t source, std::size_t length, std::string_view token);
+    /// Notes that the last `appended` characters of the output are the token of that place.
+    void noteKept(std::size_t source, std::size_t length, std::size_t appended);
   };
 
   explicit ShaderReader(std::string_view text);

@@ -28,6 +28,9 @@ class SourceMap {
   /// Nothing for characters that were not noted.
   std::optional<Origin> originOf(std::size_t text) const;
 
+  /// How much of the text has been noted.
+  std::size_t size() const { return end_; }
+
   std::size_t segmentCount() const { return segments_.size(); }
 
  private:
