@@ -84,6 +84,10 @@ std::shared_ptr<headless::World> HostSession::render(headless::Effect& effect,
   if (!result.output || result.output->width() == 0 || result.output->height() == 0) {
     throw Failure(ExitStatus::Failed, "the module gives no pixels for the frame");
   }
+  // What the module says while it draws is of no use here, and would grow with every frame.
+  host_->debugOutput();
+  host_->standardOutput();
+  host_->infoPanel().clear();
   return result.output;
 }
 

@@ -70,6 +70,8 @@ void encodeImageFile(const fs::path& file, const fs::path& target, const headles
                        typeDescOf(type));
   spec.attribute("PixelAspectRatio", static_cast<float>(pixelAspect));
   spec.attribute("Software", "Vellumtide");
+  // The library would write the time of day, and equal pictures would be different files.
+  spec.attribute("DateTime", "");
   if (straight) spec.attribute("oiio:UnassociatedAlpha", 1);
   const std::unique_ptr<OIIO::ImageOutput> output = OIIO::ImageOutput::create(target.string());
   if (!output || !output->open(file.string(), spec)) {

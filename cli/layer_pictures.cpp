@@ -9,21 +9,37 @@
 
 namespace vellumtide::cli {
 
-LayerPictures readPictures(const std::vector<std::filesystem::path>& files,
-                           std::optional<int> depth) {
+namespace {
+
+ImageFile readSource(const LayerSource& source) {
+  if (!source.isBlack) return readImageFile(source.file);
+  const ImageShape shape = readImageShape(source.file);
+  ImageFile black;
+  black.pixels = headless::World(shape.width, shape.height, shape.format);
+  return black;
+}
+
+}  // namespace
+
+LayerPictures readPictures(const std::vector<LayerSource>& sources, std::optional<int> depth) {
   LayerPictures result;
   int deepest = 8;
-  for (const std::filesystem::path& path : files) {
-    ImageFile file = readImageFile(path);
+  for (const LayerSource& source : sources) {
+    ImageFile file = readSource(source);
     deepest = std::max(deepest, headless::depthOfPixelFormat(file.pixels.format()));
     if (result.pictures.empty()) {
       result.write.straightAlpha = file.straightAlpha;
       result.write.preferHalf = file.sampleType == SampleType::Half;
     }
     result.pictures.push_back({std::move(file.pixels), closestRatio(file.pixelAspect),
-                               utf8(std::filesystem::absolute(path))});
+                               utf8(std::filesystem::absolute(source.file))});
   }
   result.format = headless::pixelFormatOfDepth(depth.value_or(deepest));
+  for (LayerPicture& picture : result.pictures) {
+    if (picture.pixels.format() != result.format) {
+      picture.pixels = headless::convertWorld(picture.pixels, result.format);
+    }
+  }
   return result;
 }
 

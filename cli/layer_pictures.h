@@ -15,9 +15,15 @@ struct LayerPictures {
   WriteOptions write;                             // how to store a result as the first image was
 };
 
-// Reads the files in order. `depth` (8, 16 or 32) overrides the depth that they ask for.
-LayerPictures readPictures(const std::vector<std::filesystem::path>& files,
-                           std::optional<int> depth);
+// Where a layer's picture comes from: the file, or transparent black of the shape of that file.
+struct LayerSource {
+  std::filesystem::path file;
+  bool isBlack = false;
+};
+
+// Reads the files in order, converted to the format. `depth` (8, 16 or 32) overrides the depth that
+// they ask for.
+LayerPictures readPictures(const std::vector<LayerSource>& sources, std::optional<int> depth);
 
 // Throws Failure (ExitStatus::Image) for a picture that the GL device cannot hold at 1 /
 // `downsample` of its size; the module would leave the result empty without a word.

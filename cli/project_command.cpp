@@ -33,9 +33,9 @@ std::optional<int> depthOf(const ProjectOptions& options) {
 
 void makeProject(const ProjectOptions& options) {
   const Program program = readProgram(pathOf(options.program));
-  std::vector<fs::path> files;
+  std::vector<LayerSource> files;
   for (const std::string& input : options.inputs)
-    files.push_back(pathOf(input));
+    files.push_back({pathOf(input)});
   RenderSession session(options.module, options.program, program, readPictures(files, {}).pictures);
   ControlPanel panel(program, session.effect());
   for (const std::string& setting : options.settings)
@@ -49,9 +49,9 @@ class OpenProject {
  public:
   explicit OpenProject(const ProjectOptions& options)
       : project_(Project::read(options.project)), session_(options.module, options.rootFolder) {
-    std::vector<fs::path> files;
+    std::vector<LayerSource> files;
     for (const headless::ProjectLayer& layer : project_.layers)
-      files.push_back(pathOf(layer.file));
+      files.push_back({pathOf(layer.file)});
     pictures_ = readPictures(files, depthOf(options));
     std::size_t next = 0;
     instances_ = project_.open(session_.host(), [&](const headless::ProjectLayer&) {

@@ -1,4 +1,6 @@
+#include <algorithm>
 #include <memory>
+#include <thread>
 
 #include "cli/commands.h"
 #include "cli/failure.h"
@@ -12,9 +14,18 @@ namespace {
 
 // Texts as typed, before they are understood.
 struct RenderTexts {
-  std::string size, frames, fps, aspect, sampleType;
-  int depth = 0;
+  std::string size, frames, fps, aspect, sampleType, missing = "stop", progress = "auto";
+  int depth = 0, memory = 1024;
 };
+
+// In the order of the enumerations.
+const std::vector<std::string> kMissing = {"stop", "hold", "black"};
+const std::vector<std::string> kStyles = {"auto", "bar", "plain", "json", "openjd", "none"};
+
+template <typename Enum>
+Enum chosen(const std::vector<std::string>& names, const std::string& name) {
+  return static_cast<Enum>(std::find(names.begin(), names.end(), name) - names.begin());
+}
 
 [[noreturn]] void failUsage(const std::string& message) {
   throw Failure(ExitStatus::Usage, message);
@@ -51,9 +62,9 @@ void understand(const RenderTexts& texts, RenderJob& job) {
     if (texts.sampleType == name(type)) job.sampleType = type;
   }
   if (!texts.frames.empty()) job.frames = parseFrames(texts.frames);
-  if (job.frames.size() > 1 && !isNumbered(pathOf(job.output))) {
-    failUsage("-o " + job.output + ": the name needs a place for the frame number, such as %04d");
-  }
+  job.missing = chosen<Missing>(kMissing, texts.missing);
+  job.progress = chosen<ProgressStyle>(kStyles, texts.progress);
+  job.memory = std::size_t(texts.memory) << 20;
   checkWritable(
       job.frames.empty() ? pathOf(job.output) : frameName(pathOf(job.output), job.frames[0]),
       {.sampleType = job.sampleType});
@@ -65,6 +76,8 @@ void addRenderCommand(CLI::App& app) {
   CLI::App* command = app.add_subcommand("render", "Render images through a kernel or a graph");
   const auto job = std::make_shared<RenderJob>();
   const auto texts = std::make_shared<RenderTexts>();
+  // Reading and writing go on beside the drawing, which takes processors of its own here.
+  job->threads = std::clamp(static_cast<int>(std::thread::hardware_concurrency()) / 2, 1, 8);
   command->add_option("PROGRAM", job->program, "kernel (.pbk) or graph (.pbg)")->required();
   command
       ->add_option(
@@ -92,10 +105,29 @@ void addRenderCommand(CLI::App& app) {
   command->add_option("--pixel-aspect", texts->aspect,
                       "width of a pixel over its height, as 10/11 or 0.909");
   command->add_option("--frames", texts->frames,
-                      "render a sequence: 1-100, 1-99x2 or 3,5,10-20; the names hold %04d or ####");
+                      "render a sequence: 1-100, 1-99x2, 10-1, -5--1 or 3,5,10-20; the names hold "
+                      "#### or %04d (default: the frames of the first numbered input)");
   command->add_option("--fps", texts->fps, "frames a second, as 25 or 30000/1001 (default: 24)");
-  command->add_flag("--stop-on-error", job->stopOnError, "end at the first frame that fails");
-  command->add_flag("--progress", job->showProgress, "report each frame even when nobody looks");
+  command
+      ->add_option("--missing", texts->missing, "what stands in for an input frame that is absent")
+      ->check(CLI::IsMember(kMissing))
+      ->capture_default_str();
+  command->add_flag("--keep-going", job->keepGoing,
+                    "render the other frames when one fails, list those at the end, exit with 1");
+  command->add_flag("--skip-existing", job->skipExisting,
+                    "leave out frames whose output is there and can be read whole");
+  command->add_option("--progress", texts->progress, "how to report frames")
+      ->check(CLI::IsMember(kStyles))
+      ->capture_default_str();
+  command->add_option("--report", job->report, "JSON file to write about every frame");
+  command->add_option("--threads", job->threads, "threads that read, and as many that write")
+      ->check(CLI::Range(1, 64))
+      ->capture_default_str();
+  command
+      ->add_option("--memory", texts->memory,
+                   "MiB that pictures between reading and writing may take")
+      ->check(CLI::Range(1, 1 << 20))
+      ->capture_default_str();
   command->add_option("--module", job->module, "the effect module to use");
   command->callback([job, texts] {
     understand(*texts, *job);

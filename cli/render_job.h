@@ -5,31 +5,39 @@
 #include <string>
 #include <vector>
 
+#include "cli/frame_sequence.h"
 #include "cli/image_file.h"
+#include "cli/render_progress.h"
 
 namespace vellumtide::cli {
 
 struct RenderJob {
   std::string program;
-  std::vector<std::string> inputs;    // patterns when there are frames
-  std::string output;                 // likewise
+  std::vector<std::string> inputs;    // stills and patterns
+  std::string output;                 // a pattern when there are frames
   std::vector<std::string> settings;  // NAME=VALUE
   std::optional<int> depth;           // 8, 16 or 32; none: the deepest of the inputs'
   std::optional<int> width, height;   // of a blank layer, when there are no inputs
   int downsample = 1;
   std::optional<PF_RationalScale> pixelAspect;  // instead of the first input's
   PF_RationalScale framesPerSecond{24, 1};
-  std::vector<int> frames;  // empty: one picture at time 0
-  bool stopOnError = false;
-  bool showProgress = false;
+  std::vector<int> frames;  // empty: those of the first input with a number, else one picture
+  Missing missing = Missing::Stop;
+  bool keepGoing = false;     // after a frame that fails
+  bool skipExisting = false;  // leave out frames whose output is complete
+  ProgressStyle progress = ProgressStyle::Auto;
+  std::string report;                         // JSON file to write, "" for none
+  int threads = 1;                            // that read, and as many that write
+  std::size_t memory = std::size_t{1} << 30;  // bytes of pictures between reading and writing
   bool dropAlpha = false;
   std::optional<SampleType> sampleType;
   std::string module;
 };
 
-// Throws Failure when nothing can be rendered, or for a single picture that fails. Of a sequence
-// the frames that fail are reported to standard error; then the Failure (ExitStatus::Failed) at
-// the end says how many.
+// Renders everything; frames are read ahead and written behind on threads, the module is called
+// from this one. Throws Failure when nothing can be rendered and, at the end, when a frame failed:
+// that frame's own failure, or with keepGoing one that lists the frames. An interruption ends the
+// process by its signal.
 void runRenderJob(const RenderJob& job);
 
 }  // namespace vellumtide::cli

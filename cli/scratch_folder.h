@@ -15,6 +15,9 @@ class ScratchFolder {
 
   const std::filesystem::path& path() const { return path_; }
 
+  // Removes the folders of all objects there are, for a process that ends without unwinding.
+  static void removeAll();
+
  private:
   std::filesystem::path path_;
 };

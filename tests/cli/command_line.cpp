@@ -4,6 +4,7 @@
 
 #include <cstdlib>
 #include <iterator>
+#include <set>
 
 namespace vellumtide::cli {
 namespace {
@@ -33,12 +34,15 @@ std::string CommandLine::readText(const std::string& name) const {
 }
 
 std::string CommandLine::filesLike(const std::string& stem) const {
-  std::string names;
+  std::set<std::string> names;
   for (const auto& entry : std::filesystem::directory_iterator(folder_.path())) {
     const std::string name = entry.path().filename().string();
-    if (name.find(stem) <= 1) names += name + " ";
+    if (name.find(stem) <= 1) names.insert(name + " ");
   }
-  return names;
+  std::string all;
+  for (const std::string& name : names)
+    all += name;
+  return all;
 }
 
 void expectPixel(const headless::World& world, int x, int y, std::vector<double> rgba,

@@ -129,23 +129,6 @@ TEST_F(Render, LayersOfTwoInputsAndReducedResolution) {
             std::string::npos);
 }
 
-TEST_F(Render, SequencesGoOnAfterAFailedFrame) {
-  writeText("k.pbk", kernelText("dst = sampleNearest(src, outCoord());"));
-  for (const char* name : {"in.01.png", "in.02.png", "in.04.png"})
-    writePicture(name);
-  const Outcome outcome = run("render k.pbk -i in.%02d.png -o out.###.png --frames 1-4 --progress");
-  EXPECT_EQ(outcome.status, 1);
-  EXPECT_NE(outcome.error.find("vellumtide: frame 3: in.03.png: there is no such file"),
-            std::string::npos);
-  EXPECT_NE(outcome.error.find("1 of 4 frames failed"), std::string::npos);
-  for (const char* name : {"out.001.png", "out.002.png", "out.004.png"})
-    expectSame("in.01.png", name);
-  EXPECT_EQ(run("render k.pbk -i in.%02d.png -o stop.%d.png --frames 3,4 --stop-on-error").status,
-            4);
-  EXPECT_EQ(filesLike("stop"), "");
-  EXPECT_NE(refusal("k.pbk -i in.%02d.png --frames 1-2", 2).find("%04d"), std::string::npos);
-}
-
 // Every kind of bad input, as a user meets it: its status, a message, no output.
 TEST_F(Render, BadInput) {
   writePicture("in.png");

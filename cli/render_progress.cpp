@@ -1,0 +1,71 @@
+#include "cli/render_progress.h"
+
+#include <cstdio>
+#include <nlohmann/json.hpp>
+
+#include "cli/messages.h"
+
+namespace vellumtide::cli {
+namespace {
+
+using Json = nlohmann::ordered_json;
+
+void writeLine(const Json& object) {
+  writeOut(object.dump(-1, ' ', false, Json::error_handler_t::replace) + "\n");
+}
+
+ProgressStyle chosen(ProgressStyle style, bool isSequence) {
+  if (style != ProgressStyle::Auto) return style;
+  if (!isSequence) return ProgressStyle::None;
+  return standardErrorIsTerminal() ? ProgressStyle::Bar : ProgressStyle::Plain;
+}
+
+bool hasLines(ProgressStyle style) {
+  return style == ProgressStyle::Bar || style == ProgressStyle::Plain;
+}
+
+}  // namespace
+
+RenderProgress::RenderProgress(ProgressStyle style, std::size_t total, bool isSequence)
+    : style_(chosen(style, isSequence)),
+      total_(total),
+      lines_(total, hasLines(style_), style_ == ProgressStyle::Bar) {
+  if (style_ == ProgressStyle::Json) writeLine({{"event", "start"}, {"total", total_}});
+  if (style_ == ProgressStyle::OpenJd) {
+    writeOut("openjd_status: Rendering " + std::to_string(total_) +
+             (total_ == 1 ? " frame\n" : " frames\n"));
+  }
+}
+
+void RenderProgress::frame(const Frame& frame) {
+  ++done_;
+  if (style_ == ProgressStyle::Json) {
+    Json line = {{"event", "frame"}, {"frame", nullptr}, {"status", frame.status},
+                 {"done", done_},    {"total", total_},  {"file", frame.file}};
+    if (frame.number) line["frame"] = *frame.number;
+    if (!frame.error.empty()) line["error"] = frame.error;
+    writeLine(line);
+  } else if (style_ == ProgressStyle::OpenJd) {
+    char line[64];
+    std::snprintf(line, sizeof line, "openjd_progress: %.2f\n",
+                  100.0 * static_cast<double>(done_) / static_cast<double>(total_));
+    writeOut(line);
+  } else {
+    lines_.frameDone(onOneLine(frame.file) + (frame.status == "done" ? "" : "  " + frame.status),
+                     frame.worked);
+  }
+}
+
+void RenderProgress::end(const std::string& status, int exitStatus, const std::string& failure) {
+  lines_.breakLine();
+  if (style_ == ProgressStyle::Json) {
+    Json line = {{"event", "end"}, {"status", status}, {"exitStatus", exitStatus}};
+    if (!failure.empty()) line["error"] = failure;
+    writeLine(line);
+  } else if (style_ == ProgressStyle::OpenJd) {
+    writeOut(failure.empty() ? "openjd_status: Done\n"
+                             : "openjd_fail: " + onOneLine(failure) + "\n");
+  }
+}
+
+}  // namespace vellumtide::cli

@@ -1,0 +1,52 @@
+#include "cli/render_report.h"
+
+#include <fstream>
+#include <nlohmann/json.hpp>
+
+#include "cli/pending_file.h"
+#include "cli/utf8_path.h"
+
+namespace vellumtide::cli {
+namespace {
+
+namespace fs = std::filesystem;
+using Json = nlohmann::ordered_json;
+
+[[noreturn]] void fail(const std::string& file, const std::string& reason) {
+  throw Failure(ExitStatus::Failed, "--report " + file + ": cannot be written: " + reason);
+}
+
+}  // namespace
+
+void checkReport(const std::string& file) {
+  const fs::path path = pathOf(file);
+  const fs::path folder = path.has_parent_path() ? path.parent_path() : fs::path(".");
+  std::error_code ignored;
+  if (!fs::is_directory(folder, ignored)) fail(file, "there is no folder " + utf8(folder));
+  if (fs::is_directory(path, ignored)) fail(file, "it is a folder");
+}
+
+void writeReport(const RenderJob& job, const RenderRecords& records, const std::string& status,
+                 int exitStatus, const std::string& failure, double milliseconds) {
+  Json report = {{"program", job.program}, {"status", status}, {"exitStatus", exitStatus}};
+  if (!failure.empty()) report["error"] = failure;
+  report["milliseconds"] = milliseconds;
+  report["total"] = records.total();
+  report["done"] = records.count(FrameStatus::Done);
+  report["skipped"] = records.count(FrameStatus::Skipped);
+  report["failed"] = records.count(FrameStatus::Failed);
+  report["frames"] = records.json();
+
+  PendingFile pending(pathOf(job.report));
+  std::ofstream file(pending.path(), std::ios::binary);
+  file << report.dump(1, ' ', false, Json::error_handler_t::replace) << "\n";
+  file.close();
+  if (!file) fail(job.report, "the disk takes no more, or the folder no file");
+  try {
+    pending.commit();
+  } catch (const fs::filesystem_error& error) {
+    fail(job.report, error.code().message());
+  }
+}
+
+}  // namespace vellumtide::cli
