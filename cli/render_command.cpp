@@ -93,6 +93,16 @@ void addRenderCommand(CLI::App& app) {
           "#rrggbb, an entry of a pop-up, or a,b,c for a vector")
       ->allow_extra_args(false);
   command
+      ->add_option(
+          "-k,--key", job->keys,
+          "NAME@FRAME=VALUE: a keyframe of a control, FRAME as 12, 12.5 or 0.5s (seconds); "
+          "NAME@FRAME:hold=VALUE stays until the next key")
+      ->allow_extra_args(false);
+  command
+      ->add_option("--animation", job->animationFiles,
+                   "JSON file of keyframes: {\"NAME\": [{\"frame\": N, \"value\": V}, ...], ...}")
+      ->allow_extra_args(false);
+  command
       ->add_option("--depth", texts->depth, "bits a channel to render with (default: the input's)")
       ->check(CLI::IsMember({8, 16, 32}));
   command

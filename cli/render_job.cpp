@@ -6,7 +6,7 @@
 #include <limits>
 #include <memory>
 
-#include "cli/control_panel.h"
+#include "cli/animation.h"
 #include "cli/failure.h"
 #include "cli/interruption.h"
 #include "cli/messages.h"
@@ -55,6 +55,10 @@ class Renderer {
  public:
   explicit Renderer(const RenderJob& job) : job_(job), program_(readProgram(pathOf(job.program))) {
     checkInputCount(job, program_);
+    for (const std::string& file : job.animationFiles)
+      animation_.addFile(pathOf(file));
+    for (const std::string& key : job.keys)
+      animation_.addKey(key);
   }
 
   RenderPipeline::Picture render(ReadFrame& frame) {
@@ -68,6 +72,7 @@ class Renderer {
       session_->setPictures(std::move(frame.input.pictures));
     }
     const int number = frame.task.number.value_or(0);
+    animation_.apply(number);
     return {session_->render(session_->effect(), renderOptions(job_, frame.input.format, number)),
             static_cast<double>(aspect.num) / aspect.den};
   }
@@ -86,15 +91,18 @@ class Renderer {
   void start(std::vector<LayerPicture> pictures) {
     auto session =
         std::make_unique<RenderSession>(job_.module, job_.program, program_, std::move(pictures));
-    ControlPanel panel(program_, session->effect());
+    panel_.emplace(program_, session->effect());
     for (const std::string& setting : job_.settings)
-      panel.set(setting);
+      panel_->set(setting);
+    animation_.bind(*panel_, job_.framesPerSecond);
     session_ = std::move(session);
   }
 
   const RenderJob& job_;
   Program program_;
+  Animation animation_;
   std::unique_ptr<RenderSession> session_;
+  std::optional<ControlPanel> panel_;
 };
 
 std::vector<FrameRecord> recordsOf(const RenderPlan& plan) {

@@ -13,11 +13,13 @@ namespace vellumtide::cli {
 
 struct RenderJob {
   std::string program;
-  std::vector<std::string> inputs;    // stills and patterns
-  std::string output;                 // a pattern when there are frames
-  std::vector<std::string> settings;  // NAME=VALUE
-  std::optional<int> depth;           // 8, 16 or 32; none: the deepest of the inputs'
-  std::optional<int> width, height;   // of a blank layer, when there are no inputs
+  std::vector<std::string> inputs;          // stills and patterns
+  std::string output;                       // a pattern when there are frames
+  std::vector<std::string> settings;        // NAME=VALUE
+  std::vector<std::string> keys;            // NAME@FRAME=VALUE
+  std::vector<std::string> animationFiles;  // JSON files of keys
+  std::optional<int> depth;                 // 8, 16 or 32; none: the deepest of the inputs'
+  std::optional<int> width, height;         // of a blank layer, when there are no inputs
   int downsample = 1;
   std::optional<PF_RationalScale> pixelAspect;  // instead of the first input's
   PF_RationalScale framesPerSecond{24, 1};

@@ -133,6 +133,23 @@ TEST_F(Animations, EveryKindOfControlShowsItsValueAtEachFrame) {
   }
 }
 
+TEST_F(Animations, ReachTheFramesOfASequence) {
+  writeText("one.pbk", kernelText("dst = float4(level, shift, 1.0);",
+                                  "parameter float level; parameter float2 shift;"));
+  writeText("keys.json",
+            R"({"shift": [{"time": 0, "value": [0, 8]}, {"time": 2, "value": [4, 0]}]})");
+  const Outcome outcome =
+      run("render one.pbk --size 2x2 -o o.%d.exr --depth 32 --frames 30-0x15 --fps 15 "
+          "-k level@0:hold=1 -k level@1s=2 -k level@2s=4 --animation keys.json");
+  ASSERT_EQ(outcome.status, 0) << outcome.error;
+  const auto pixel = [&](const char* name) { return readImageFile(file(name)).pixels.pixel(1, 1); };
+  EXPECT_EQ(pixel("o.0.exr"), (std::vector<double>{1, 0, 8, 1}));
+  EXPECT_EQ(pixel("o.15.exr"), (std::vector<double>{2, 2, 4, 1}));
+  EXPECT_EQ(pixel("o.30.exr"), (std::vector<double>{4, 4, 0, 1}));
+  const Outcome refused = run("render one.pbk --size 2x2 -o o.png -p level=1 -k level@1=1");
+  EXPECT_EQ(refused.status, 2) << refused.error;
+}
+
 TEST_F(Animations, MistakesAreNamed) {
   const struct {
     const char *constant, *key, *json, *message;
