@@ -1,6 +1,7 @@
 #!/bin/sh
 # Installs the Debian packages that are missing.
-#   scripts/install_packages.sh [build] [test] [windows]      (all groups when none is named)
+#   scripts/install_packages.sh [build] [test] [windows] [peers]
+# Without a group, all that scripts/test.sh needs: build, test and windows.
 # Without root nothing is changed: the command to run as root is printed and the exit status is 1.
 set -eu
 
@@ -10,11 +11,12 @@ build="g++ cmake ninja-build ccache pkg-config
   libopenimageio-dev openimageio-tools fonts-dejavu-core
   libegl-dev libgl-dev libglu1-mesa-dev libegl1 libegl-mesa0 libgl1-mesa-dri"
 
-# What the tests (of documents, completions and the manual page, too), the benchmarks, the fuzzers
-# and the checks of style need beside that.
+# What the tests (of documents, completions, the manual page and recipes for render farms, too), the
+# benchmarks, the fuzzers and the checks of style need beside that.
 test="libgtest-dev libgmock-dev libbenchmark-dev
   clang clang-format clang-tidy libclang-rt-14-dev
-  python3 bash bash-completion zsh fish groff-base mandoc"
+  python3 bash bash-completion zsh fish groff-base mandoc
+  python3-yaml munge slurmctld slurmd slurm-client"
 
 # The cross-compiler, the sources that dependencies of the Windows module are built from, and a
 # Windows to run it on: Wine with a virtual display and a software rasteriser.
@@ -22,15 +24,20 @@ windows="g++-mingw-w64-x86-64-posix binutils-mingw-w64-x86-64 libz-mingw-w64-dev
   cmake ninja-build ccache dpkg-dev zip ca-certificates googletest nlohmann-json3-dev libcli11-dev
   wine wine64 xvfb xauth libgl1-mesa-dri libglx-mesa0"
 
+# What bench/peers compares with, and its display.
+peers="gstreamer1.0-tools gstreamer1.0-plugins-base gstreamer1.0-plugins-good gstreamer1.0-gl
+  xvfb xauth python3"
+
 wanted=""
 for group in "${@:-all}"; do
   case $group in
     build) wanted="$wanted $build" ;;
     test) wanted="$wanted $test" ;;
     windows) wanted="$wanted $windows" ;;
+    peers) wanted="$wanted $peers" ;;
     all) wanted="$build $test $windows" ;;
     *)
-      echo "vellumtide: unknown group of packages '$group'; there are build, test and windows" >&2
+      echo "vellumtide: unknown group of packages '$group'; there are build, test, windows and peers" >&2
       exit 2
       ;;
   esac
