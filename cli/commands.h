@@ -16,6 +16,7 @@ void addCompareCommand(CLI::App& app);
 void addDialogCommands(CLI::App& app);
 void addProjectCommand(CLI::App& app);
 void addCompletionCommand(CLI::App& app);
+void addCandidatesCommand(CLI::App& app);
 void addManualCommand(CLI::App& app);
 void addHelpCommand(CLI::App& app);
 void addVersionFlag(CLI::App& app, const std::string& version);

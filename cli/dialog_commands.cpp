@@ -65,7 +65,7 @@ void addDialogCommands(CLI::App& app) {
   aboutCommand->callback([options] { about(*options); });
   for (CLI::App* command : {infoCommand, aboutCommand}) {
     command->add_flag("--json", options->json, "print one JSON object");
-    command->add_option("--module", options->module, "the effect module to use")->type_name("FILE");
+    command->add_option("--module", options->module, "the effect module to use");
   }
 }
 

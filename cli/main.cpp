@@ -5,6 +5,7 @@
 #include "cli/failure.h"
 #include "cli/help_examples.h"
 #include "cli/help_format.h"
+#include "cli/help_headings.h"
 #include "cli/suggestion.h"
 
 namespace vellumtide::cli {
@@ -25,8 +26,10 @@ void addCommands(CLI::App& app) {
   addDialogCommands(app);
   addProjectCommand(app);
   addCompletionCommand(app);
+  addCandidatesCommand(app);
   addManualCommand(app);
   addHelpCommand(app);
+  nameValues(app);
   addExamples(app);
 }
 

@@ -229,7 +229,7 @@ void addProjectCommand(CLI::App& app) {
       ->required()
       ->expected(1, 4)
       ->allow_extra_args(false);
-  make->add_option("-p,--set", options->settings, "NAME=VALUE, as render takes it")
+  make->add_option("-p,--set", options->settings, "set a control, as render does")
       ->allow_extra_args(false);
 
   CLI::App* show = addAction(*project, "show", "Open a project and list layers, effects and values",
