@@ -46,6 +46,7 @@ LayerPictures readInput(const RenderJob& job, const FrameTask& task) {
   if (job.pixelAspect) input.pictures.front().pixelAspect = *job.pixelAspect;
   input.write.sampleType = job.sampleType;
   input.write.dropAlpha = job.dropAlpha;
+  input.write.compression = job.compression;
   return input;
 }
 

@@ -49,6 +49,9 @@ struct WriteOptions {
   bool preferHalf = false;               // OpenEXR: half instead of float
   bool straightAlpha = false;            // TIFF only; PNG always, OpenEXR never keeps it apart
   bool dropAlpha = false;                // write red, green and blue alone, as they are
+  // Of PNG and TIFF, from 0 (fast) to 9 (small). Beyond 4, writing takes three times as long for
+  // files a tenth smaller.
+  int compression = 4;
 };
 
 // Checks that `path` can be written with these options as far as that shows without writing: a

@@ -1,5 +1,6 @@
 #include <OpenImageIO/imageio.h>
 
+#include <algorithm>
 #include <memory>
 
 #include "cli/image_format.h"
@@ -72,6 +73,10 @@ void encodeImageFile(const fs::path& file, const fs::path& target, const headles
   spec.attribute("Software", "Vellumtide");
   // The library would write the time of day, and equal pictures would be different files.
   spec.attribute("DateTime", "");
+  spec.attribute("png:compressionLevel", options.compression);
+  spec.attribute("png:filter",
+                 0x10);  // differences to the left: as small as trying all, and faster
+  spec.attribute("tiff:zipquality", std::max(1, options.compression));
   if (straight) spec.attribute("oiio:UnassociatedAlpha", 1);
   const std::unique_ptr<OIIO::ImageOutput> output = OIIO::ImageOutput::create(target.string());
   if (!output || !output->open(file.string(), spec)) {

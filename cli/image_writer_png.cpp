@@ -43,8 +43,11 @@ void writeAspect(const PngWriter& file, double pixelAspect) {
 }
 
 void writePng(std::ostream& stream, const headless::World& pixels, double pixelAspect,
-              SampleType type, bool dropAlpha) {
+              SampleType type, const WriteOptions& options) {
   const PngWriter file(stream);
+  png_set_compression_level(file.png, options.compression);
+  png_set_filter(file.png, PNG_FILTER_TYPE_BASE, PNG_FILTER_SUB);
+  const bool dropAlpha = options.dropAlpha;
   const bool deep = type == SampleType::UInt16;
   png_set_IHDR(file.png, file.info, static_cast<png_uint_32>(pixels.width()),
                static_cast<png_uint_32>(pixels.height()), deep ? 16 : 8,
@@ -77,7 +80,7 @@ void encodeImageFile(const fs::path& file, const fs::path& target, const headles
   std::ofstream stream(file, std::ios::binary);
   try {
     if (!stream) throw PngError("the file cannot be made");
-    writePng(stream, pixels, pixelAspect, type, options.dropAlpha);
+    writePng(stream, pixels, pixelAspect, type, options);
     stream.close();
     if (!stream) throw PngError("the disk takes no more");
   } catch (const PngError& error) {

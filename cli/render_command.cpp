@@ -109,6 +109,11 @@ void addRenderCommand(CLI::App& app) {
       ->add_option("--sample-type", texts->sampleType,
                    "samples of the file written (default: by depth)")
       ->check(CLI::IsMember({"uint8", "uint16", "half", "float"}));
+  command
+      ->add_option("--compression", job->compression,
+                   "of PNG and TIFF files, from 0 (fast) to 9 (small)")
+      ->check(CLI::Range(0, 9))
+      ->capture_default_str();
   command->add_flag("--no-alpha", job->dropAlpha, "write red, green and blue only");
   command->add_option("--downsample", job->downsample, "render at 1/N of the resolution")
       ->check(CLI::Range(1, 64));

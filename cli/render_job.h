@@ -32,6 +32,7 @@ struct RenderJob {
   int threads = 1;                            // that read, and as many that write
   std::size_t memory = std::size_t{1} << 30;  // bytes of pictures between reading and writing
   bool dropAlpha = false;
+  int compression = 4;  // see WriteOptions
   std::optional<SampleType> sampleType;
   std::string module;
 };
