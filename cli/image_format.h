@@ -23,6 +23,8 @@ struct ImageFormat {
 // The formats that this build's image library writes.
 std::span<const ImageFormat> writtenFormats();
 
+bool isPngFormat(const ImageFormat& format);
+
 // The format that the path's extension stands for; a Failure when there is none.
 const ImageFormat& formatOf(const std::filesystem::path& path);
 

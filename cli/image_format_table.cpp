@@ -1,4 +1,5 @@
 #include "cli/image_format.h"
+#include "cli/image_library.h"
 
 namespace vellumtide::cli {
 namespace {
@@ -30,7 +31,11 @@ const ImageFormat kFormats[] = {
 }  // namespace
 
 std::span<const ImageFormat> writtenFormats() {
-  return kFormats;
+  return {kFormats, hasImageLibrary() ? std::size(kFormats) : 1};
+}
+
+bool isPngFormat(const ImageFormat& format) {
+  return &format == &kFormats[0];
 }
 
 }  // namespace vellumtide::cli

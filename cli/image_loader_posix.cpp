@@ -25,17 +25,21 @@ const ImageFunctions& imageFunctions() {
 
 }  // namespace
 
-ImageFile readImageFile(const std::filesystem::path& path, ReadAs readAs) {
+bool hasImageLibrary() {
+  return true;
+}
+
+ImageFile readWithLibrary(const std::filesystem::path& path, ReadAs readAs) {
   return imageFunctions().read(path, readAs);
 }
 
-ImageShape readImageShape(const std::filesystem::path& path) {
+ImageShape readShapeWithLibrary(const std::filesystem::path& path) {
   return imageFunctions().readShape(path);
 }
 
-void encodeImageFile(const std::filesystem::path& file, const std::filesystem::path& target,
-                     const headless::World& pixels, double pixelAspect,
-                     const WriteOptions& options) {
+void encodeWithLibrary(const std::filesystem::path& file, const std::filesystem::path& target,
+                       const headless::World& pixels, double pixelAspect,
+                       const WriteOptions& options) {
   imageFunctions().encode(file, target, pixels, pixelAspect, options);
 }
 

@@ -3,14 +3,14 @@
 // need no images; the program loads it when the first image is read or written.
 #pragma once
 
-#include "cli/image_file.h"
+#include "cli/image_library.h"
 
 namespace vellumtide::cli {
 
 struct ImageFunctions {
-  decltype(&readImageFile) read;
-  decltype(&readImageShape) readShape;
-  decltype(&encodeImageFile) encode;
+  decltype(&readWithLibrary) read;
+  decltype(&readShapeWithLibrary) readShape;
+  decltype(&encodeWithLibrary) encode;
 };
 
 inline constexpr const char* kImageModuleFile = "VellumtideImages.so";

@@ -8,6 +8,7 @@
 #include <string_view>
 
 #include "cli/image_format.h"
+#include "cli/image_library.h"
 #include "cli/sample_math.h"
 
 namespace vellumtide::cli {
@@ -147,13 +148,13 @@ std::unique_ptr<OIIO::ImageInput> openImage(const fs::path& path) {
 
 }  // namespace
 
-ImageShape readImageShape(const fs::path& path) {
+ImageShape readShapeWithLibrary(const fs::path& path) {
   const std::unique_ptr<OIIO::ImageInput> input = openImage(path);
   const Rectangle frame = frameOf(*input);
   return {frame.width, frame.height, formatOf(sampleTypeOf(input->spec().format))};
 }
 
-ImageFile readImageFile(const fs::path& path, ReadAs readAs) {
+ImageFile readWithLibrary(const fs::path& path, ReadAs readAs) {
   const std::unique_ptr<OIIO::ImageInput> input = openImage(path);
   const OIIO::ImageSpec& spec = input->spec();
   const Rectangle frame = frameOf(*input);

@@ -4,6 +4,7 @@
 #include <memory>
 
 #include "cli/image_format.h"
+#include "cli/image_library.h"
 #include "cli/sample_math.h"
 
 namespace vellumtide::cli {
@@ -60,8 +61,8 @@ std::string reasonOf(std::string message, const fs::path& file, const fs::path& 
 
 }  // namespace
 
-void encodeImageFile(const fs::path& file, const fs::path& target, const headless::World& pixels,
-                     double pixelAspect, const WriteOptions& options) {
+void encodeWithLibrary(const fs::path& file, const fs::path& target, const headless::World& pixels,
+                       double pixelAspect, const WriteOptions& options) {
   const ImageFormat& format = formatOf(target);
   const SampleType type = writtenType(target, pixels.format(), options);
   const bool straight = format.straightAlpha == StraightAlpha::Always ||
@@ -73,9 +74,6 @@ void encodeImageFile(const fs::path& file, const fs::path& target, const headles
   spec.attribute("Software", "Vellumtide");
   // The library would write the time of day, and equal pictures would be different files.
   spec.attribute("DateTime", "");
-  spec.attribute("png:compressionLevel", options.compression);
-  spec.attribute("png:filter",
-                 0x10);  // differences to the left: as small as trying all, and faster
   spec.attribute("tiff:zipquality", std::max(1, options.compression));
   if (straight) spec.attribute("oiio:UnassociatedAlpha", 1);
   const std::unique_ptr<OIIO::ImageOutput> output = OIIO::ImageOutput::create(target.string());

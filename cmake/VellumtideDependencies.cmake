@@ -46,9 +46,9 @@ vellumtide_need(nlohmann_json_FOUND "nlohmann-json" "apt-get install nlohmann-js
 if(VELLUMTIDE_CLI)
   find_package(CLI11 QUIET)
   vellumtide_need(CLI11_FOUND "CLI11" "apt-get install libcli11-dev")
-  if(WIN32)
-    find_package(PNG REQUIRED)
-  else()
+  find_package(PNG QUIET)
+  vellumtide_need(PNG_FOUND "libpng" "apt-get install libpng-dev")
+  if(NOT WIN32)
     find_package(OpenImageIO QUIET)
     vellumtide_need(OpenImageIO_FOUND "OpenImageIO"
                     "apt-get install libopenimageio-dev openimageio-tools")

@@ -2,6 +2,7 @@
 #include <fstream>
 
 #include "cli/image_format.h"
+#include "cli/png_image.h"
 #include "cli/png_stream.h"
 #include "cli/sample_math.h"
 
@@ -9,14 +10,6 @@ namespace vellumtide::cli {
 namespace {
 
 namespace fs = std::filesystem;
-
-const ImageFormat kFormats[] = {{"PNG",
-                                 {".png"},
-                                 {SampleType::UInt8, SampleType::UInt16},
-                                 SampleType::UInt8,
-                                 SampleType::UInt16,
-                                 SampleType::UInt16,
-                                 StraightAlpha::Always}};
 
 // From is the sample type of the buffer, To of the file.
 template <typename From, typename To>
@@ -70,12 +63,8 @@ void writePng(std::ostream& stream, const headless::World& pixels, double pixelA
 
 }  // namespace
 
-std::span<const ImageFormat> writtenFormats() {
-  return kFormats;
-}
-
-void encodeImageFile(const fs::path& file, const fs::path& target, const headless::World& pixels,
-                     double pixelAspect, const WriteOptions& options) {
+void encodePngFile(const fs::path& file, const fs::path& target, const headless::World& pixels,
+                   double pixelAspect, const WriteOptions& options) {
   const SampleType type = writtenType(target, pixels.format(), options);
   std::ofstream stream(file, std::ios::binary);
   try {

@@ -1,6 +1,7 @@
 #include <fstream>
 
 #include "cli/image_format.h"
+#include "cli/png_image.h"
 #include "cli/png_stream.h"
 #include "cli/sample_math.h"
 
@@ -97,11 +98,18 @@ auto withPng(const fs::path& path, Action action) {
 
 }  // namespace
 
-ImageFile readImageFile(const fs::path& path, ReadAs readAs) {
+bool isPng(const fs::path& path) {
+  png_byte start[8] = {};
+  std::ifstream stream(path, std::ios::binary);
+  stream.read(reinterpret_cast<char*>(start), sizeof start);
+  return stream && png_sig_cmp(start, 0, sizeof start) == 0;
+}
+
+ImageFile readPngFile(const fs::path& path, ReadAs readAs) {
   return withPng(path, [&](std::istream& stream) { return readPng(path, stream, readAs); });
 }
 
-ImageShape readImageShape(const fs::path& path) {
+ImageShape readPngShape(const fs::path& path) {
   return withPng(path, [&](std::istream& stream) { return readShape(path, PngReader(stream)); });
 }
 
