@@ -110,13 +110,22 @@ void Animation::addToTracks(const KeyText& text, PF_RationalScale framesPerSecon
   }
 }
 
-void Animation::bind(ControlPanel& panel, PF_RationalScale framesPerSecond) {
+void Animation::bind(ControlPanel& panel, PF_RationalScale framesPerSecond,
+                     const std::function<void(const Failure&)>& misfit) {
   panel_ = &panel;
   tracks_.clear();
+  const auto attempt = [&](const auto& add) {
+    try {
+      add();
+    } catch (const Failure& failure) {
+      if (!misfit) throw;
+      misfit(failure);
+    }
+  };
   for (const KeyText& key : keys_)
-    addToTracks(key, framesPerSecond);
+    attempt([&] { addToTracks(key, framesPerSecond); });
   for (const std::string& option : options_)
-    addToTracks(resolve(option), framesPerSecond);
+    attempt([&] { addToTracks(resolve(option), framesPerSecond); });
 }
 
 ControlValue Animation::valueAt(const Track& track, double frame) {

@@ -2,12 +2,14 @@
 #pragma once
 
 #include <filesystem>
+#include <functional>
 #include <map>
 #include <string>
 #include <vector>
 
 #include "aeapi/geometry.h"
 #include "cli/control_panel.h"
+#include "cli/failure.h"
 #include "cli/key_text.h"
 
 namespace vellumtide::cli {
@@ -26,8 +28,9 @@ class Animation {
 
   // Finds the controls and reads the values; again for a new panel, which must outlive this. Throws
   // when a name or a value does not fit the panel, when a control has two keys at one time, and
-  // when the panel was given a constant for it.
-  void bind(ControlPanel& panel, PF_RationalScale framesPerSecond);
+  // when the panel was given a constant for it; with `misfit` such keys go there and are left out.
+  void bind(ControlPanel& panel, PF_RationalScale framesPerSecond,
+            const std::function<void(const Failure&)>& misfit = {});
 
   // Sets the controls for a time, in frames.
   void apply(double frame) const;

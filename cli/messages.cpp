@@ -28,6 +28,11 @@ void say(const std::string& message) {
   std::fflush(stderr);
 }
 
+void note(const std::string& line) {
+  std::fprintf(stderr, "%s\n", withoutControlLines(line).c_str());
+  std::fflush(stderr);
+}
+
 void writeOut(std::string_view text) {
   if (std::fwrite(text.data(), 1, text.size(), stdout) != text.size() || std::fflush(stdout) != 0) {
     throw Failure(ExitStatus::Failed, "standard output cannot be written");

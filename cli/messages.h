@@ -10,6 +10,9 @@ namespace vellumtide::cli {
 // would take for one of its control lines are moved in by a blank.
 void say(const std::string& message);
 
+// A line on standard error as it is, for news that are no error.
+void note(const std::string& line);
+
 // Writes to standard output, byte for byte, and flushes; throws Failure when that fails.
 void writeOut(std::string_view text);
 

@@ -6,7 +6,7 @@
 #include "cli/failure.h"
 #include "cli/frame_sequence.h"
 #include "cli/number_text.h"
-#include "cli/render_job.h"
+#include "cli/render_watch.h"
 #include "cli/utf8_path.h"
 
 namespace vellumtide::cli {
@@ -15,6 +15,7 @@ namespace {
 // Texts as typed, before they are understood.
 struct RenderTexts {
   std::string size, frames, fps, aspect, sampleType, missing = "stop", progress = "auto";
+  bool watch = false;
   int depth = 0, memory = 1024;
 };
 
@@ -144,8 +145,11 @@ void addRenderCommand(CLI::App& app) {
       ->check(CLI::Range(1, 1 << 20))
       ->capture_default_str();
   command->add_option("--module", job->module, "the effect module to use");
+  command->add_flag("--watch", texts->watch, "stay, and render again when a file changes")
+      ->excludes("--skip-existing");
   command->callback([job, texts] {
     understand(*texts, *job);
+    if (texts->watch) watchRenderJob(*job);
     runRenderJob(*job);
   });
 }

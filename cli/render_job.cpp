@@ -92,9 +92,15 @@ class Renderer {
     auto session =
         std::make_unique<RenderSession>(job_.module, job_.program, program_, std::move(pictures));
     panel_.emplace(program_, session->effect());
-    for (const std::string& setting : job_.settings)
-      panel_->set(setting);
-    animation_.bind(*panel_, job_.framesPerSecond);
+    for (const std::string& setting : job_.settings) {
+      try {
+        panel_->set(setting);
+      } catch (const Failure& failure) {
+        if (!job_.misfit) throw;
+        job_.misfit(failure);
+      }
+    }
+    animation_.bind(*panel_, job_.framesPerSecond, job_.misfit);
     session_ = std::move(session);
   }
 

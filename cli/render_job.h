@@ -1,10 +1,12 @@
 // Rendering files: from the options of the command to written pictures.
 #pragma once
 
+#include <functional>
 #include <optional>
 #include <string>
 #include <vector>
 
+#include "cli/failure.h"
 #include "cli/frame_sequence.h"
 #include "cli/image_file.h"
 #include "cli/render_progress.h"
@@ -35,6 +37,9 @@ struct RenderJob {
   int compression = 4;  // see WriteOptions
   std::optional<SampleType> sampleType;
   std::string module;
+  // Takes what is wrong with settings and keys that do not fit the program, which are then left
+  // out; without it they end the job.
+  std::function<void(const Failure&)> misfit;
 };
 
 // Renders everything; frames are read ahead and written behind on threads, the module is called

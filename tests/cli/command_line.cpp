@@ -1,6 +1,7 @@
 #include "command_line.h"
 
 #include <sys/wait.h>
+#include <unistd.h>
 
 #include <cstdlib>
 #include <iterator>
@@ -23,6 +24,22 @@ Outcome CommandLine::run(const std::string& arguments, const std::string& enviro
   const int raw = std::system(command.c_str());
   return {WIFEXITED(raw) ? WEXITSTATUS(raw) : 128 + WTERMSIG(raw), contents(file(".stdout")),
           contents(file(".stderr"))};
+}
+
+pid_t CommandLine::start(const std::string& arguments) const {
+  const std::string command = "cd " + folder_.path().string() + " && mkdir -p tmp && TMPDIR=tmp " +
+                              "exec " + VELLUMTIDE_EXECUTABLE + " render " + arguments +
+                              " >.stdout 2>.stderr </dev/null";
+  const pid_t child = fork();
+  if (child != 0) return child;
+  execl("/bin/sh", "sh", "-c", command.c_str(), nullptr);
+  _exit(127);
+}
+
+int CommandLine::wait(pid_t child) {
+  int raw = 0;
+  waitpid(child, &raw, 0);
+  return WIFEXITED(raw) ? WEXITSTATUS(raw) : 128 + WTERMSIG(raw);
 }
 
 void CommandLine::writeText(const std::string& name, const std::string& text) const {

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <gtest/gtest.h>
+#include <sys/types.h>
 
 #include <fstream>
 #include <string>
@@ -20,6 +21,11 @@ class CommandLine : public testing::Test {
  protected:
   // `arguments` as a shell takes them, run in the scratch folder; `environment` goes before.
   Outcome run(const std::string& arguments, const std::string& environment = "") const;
+
+  // Starts a render in the background and returns its process; its temporary files go to "tmp".
+  pid_t start(const std::string& arguments) const;
+  // Waits for its end and returns the status as a shell tells it.
+  static int wait(pid_t child);
 
   std::filesystem::path file(const std::string& name) const { return folder_.path() / name; }
   void writeText(const std::string& name, const std::string& text) const;

@@ -1,7 +1,5 @@
 // What is left when a sequence is ended from outside: nothing partial, and a way to go on.
 #include <signal.h>
-#include <sys/wait.h>
-#include <unistd.h>
 
 #include <chrono>
 #include <cstdlib>
@@ -27,24 +25,8 @@ class Interrupted : public CommandLine {
     for (int i = 0; i < 160 * 120; ++i)
       world.setPixel(i % 160, i / 160, (i * 7 % 31) / 30.0, (i * 5 % 17) / 16.0, i / 19200.0, 1);
     writeImageFile(file("in.png"), world, 1, {});
-    std::filesystem::create_directory(file("tmp"));
   }
 
-  // Starts a render in the background and returns its process.
-  pid_t start(const std::string& arguments) const {
-    const pid_t child = fork();
-    if (child != 0) return child;
-    const std::string command = "cd " + file("").string() + " && TMPDIR=tmp exec " +
-                                VELLUMTIDE_EXECUTABLE + " render " + arguments + " >.out 2>.err";
-    execl("/bin/sh", "sh", "-c", command.c_str(), nullptr);
-    _exit(127);
-  }
-  // The status as a shell tells it.
-  static int wait(pid_t child) {
-    int raw = 0;
-    waitpid(child, &raw, 0);
-    return WIFEXITED(raw) ? WEXITSTATUS(raw) : 128 + WTERMSIG(raw);
-  }
   // Waits for a file, ten seconds at most.
   void await(const std::string& name) const {
     for (int i = 0; i < 1000 && !std::filesystem::exists(file(name)); ++i)
@@ -73,11 +55,11 @@ TEST_F(Interrupted, SignalsEndTheJobSoonCleanlyAndSayHowToGoOn) {
     kill(job, signal);
     EXPECT_EQ(wait(job), 128 + signal);
     EXPECT_LT(Clock::now() - sent, std::chrono::seconds(5));
-    const std::string error = readText(".err"), report = readText(name + ".json");
+    const std::string error = readText(".stderr"), report = readText(name + ".json");
     EXPECT_NE(error.find(" of 900 frames are complete"), std::string::npos) << error;
     EXPECT_NE(error.find("--skip-existing, or with --frames "), std::string::npos) << error;
     EXPECT_NE(report.find("\"interrupted\""), std::string::npos) << report;
-    EXPECT_NE(readText(".out").find("\nopenjd_fail: interrupted"), std::string::npos);
+    EXPECT_NE(readText(".stdout").find("\nopenjd_fail: interrupted"), std::string::npos);
     EXPECT_EQ(filesLike("." + name), "") << "a hidden file is left";
     EXPECT_TRUE(std::filesystem::is_empty(file("tmp")));
     // The list that the message names is what is missing.
@@ -102,8 +84,8 @@ TEST_F(Interrupted, ADriverThatDoesNotLetGoIsLeft) {
   kill(job, SIGTERM);
   EXPECT_EQ(wait(job), 128 + SIGTERM);
   EXPECT_LT(Clock::now() - sent, std::chrono::seconds(5));
-  EXPECT_NE(readText(".err").find("0 of 3 frames are complete"), std::string::npos)
-      << readText(".err");
+  EXPECT_NE(readText(".stderr").find("0 of 3 frames are complete"), std::string::npos)
+      << readText(".stderr");
   EXPECT_EQ(filesLike("slow."), "slow.pbk ");
   EXPECT_TRUE(std::filesystem::is_empty(file("tmp")));
 }
@@ -136,7 +118,7 @@ TEST_F(Interrupted, GoingOnGivesTheBytesOfAnUndisturbedRun) {
       EXPECT_TRUE(readText(name) == readText(frameName("whole.%02d.png", frame).string()))
           << name << " after " << moment.count() << " s, run " << i;
     }
-    ASSERT_EQ(wait(start(job + " -o o.%02d.png --skip-existing")), 0) << readText(".err");
+    ASSERT_EQ(wait(start(job + " -o o.%02d.png --skip-existing")), 0) << readText(".stderr");
     EXPECT_TRUE(bytes("o.%02d.png") == expected) << "run " << i;
   }
   EXPECT_GT(ended, kills / 2) << "too few were ended before their end for this to tell anything";

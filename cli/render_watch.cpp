@@ -1,0 +1,143 @@
+#include "cli/render_watch.h"
+
+#include <algorithm>
+#include <chrono>
+#include <cmath>
+#include <set>
+#include <thread>
+
+#include "cli/failure.h"
+#include "cli/file_watch.h"
+#include "cli/interruption.h"
+#include "cli/messages.h"
+#include "cli/module_file.h"
+#include "cli/program_changes.h"
+#include "cli/render_plan.h"
+#include "cli/stopwatch.h"
+#include "cli/utf8_path.h"
+
+namespace vellumtide::cli {
+namespace {
+
+namespace fs = std::filesystem;
+
+constexpr double kLookEveryMs = 100;
+constexpr double kLookShare = 10;  // of the time at most one part in this many goes into looking
+constexpr int kLooksUntilListed = 10;  // looks at the known files between two looks for new ones
+
+struct WatchedFiles {
+  std::vector<fs::path> read, written;
+};
+
+WatchedFiles filesOf(const RenderJob& job) {
+  WatchedFiles files{{pathOf(job.program)}, {}};
+  for (const std::string& file : job.animationFiles)
+    files.read.push_back(pathOf(file));
+  for (const std::string& input : job.inputs)
+    files.read.push_back(pathOf(input));
+  try {
+    const RenderPlan plan(job);
+    for (std::size_t i = 0; i < plan.size(); ++i) {
+      const FrameTask task = plan.task(i);
+      files.written.push_back(task.output);
+      for (const LayerSource& input : task.inputs)
+        files.read.push_back(input.file);
+      // Where another file stands in for an absent one, that may still come.
+      for (const std::string& input : job.inputs) {
+        if (task.number) files.read.push_back(frameName(pathOf(input), *task.number));
+      }
+    }
+  } catch (const Failure&) {
+    // The pass says what is wrong with the names.
+  }
+  return files;
+}
+
+void requireOthersWritten(const WatchedFiles& files) {
+  const auto plain = [](const fs::path& file) {
+    std::error_code failed;
+    const fs::path path = fs::weakly_canonical(file, failed);
+    return failed ? file : path;
+  };
+  std::set<fs::path> read;
+  std::transform(files.read.begin(), files.read.end(), std::inserter(read, read.end()), plain);
+  for (const fs::path& file : files.written) {
+    if (!read.contains(plain(file))) continue;
+    throw Failure(ExitStatus::Usage, "-o " + utf8(file) +
+                                         ": --watch would render for ever, because this file is "
+                                         "read, too");
+  }
+}
+
+class Watcher {
+ public:
+  explicit Watcher(RenderJob job) : job_(std::move(job)) {
+    const WatchedFiles files = filesOf(job_);
+    requireOthersWritten(files);
+    loadModule(job_.module);
+  }
+
+  void pass() {
+    files_.watch(filesOf(job_).read);
+    sayProgramChanges();
+    const Stopwatch stopwatch;
+    try {
+      runRenderJob(job_);
+      note("rendered " + onOneLine(job_.output) + " (" +
+           std::to_string(std::lround(stopwatch.milliseconds())) + " ms)");
+    } catch (const Failure& failure) {
+      const bool isHopeless =
+          failure.status == ExitStatus::Usage || failure.status == ExitStatus::NoDevice;
+      if (isFirst_ && isHopeless) throw;
+      say(failure.what());
+    } catch (const std::exception& error) {
+      say(error.what());
+    }
+    // One that came when all frames were complete already has not ended the process.
+    if (const int signal = Interruption::signal()) endBySignal(signal);
+    isFirst_ = false;
+    job_.misfit = [](const Failure& failure) { say(std::string(failure.what()) + "; left out"); };
+  }
+
+  // Signals have their usual effect meanwhile.
+  void waitForChange() {
+    for (int looks = 1;; ++looks) {
+      const Stopwatch stopwatch;
+      if (looks % kLooksUntilListed == 0) files_.expect(filesOf(job_).read);
+      if (files_.look()) return;
+      const double pause = std::max(kLookEveryMs, kLookShare * stopwatch.milliseconds());
+      std::this_thread::sleep_for(std::chrono::duration<double, std::milli>(pause));
+    }
+  }
+
+ private:
+  void sayProgramChanges() {
+    try {
+      Program program = readProgram(pathOf(job_.program));
+      if (program_) {
+        for (const std::string& line : programChanges(*program_, program))
+          note(line);
+      }
+      program_ = std::move(program);
+    } catch (const Failure&) {
+      // The pass meets it again.
+    }
+  }
+
+  RenderJob job_;
+  FileWatch files_;
+  std::optional<Program> program_;  // as it was last announced
+  bool isFirst_ = true;
+};
+
+}  // namespace
+
+void watchRenderJob(RenderJob job) {
+  Watcher watcher(std::move(job));
+  while (true) {
+    watcher.pass();
+    watcher.waitForChange();
+  }
+}
+
+}  // namespace vellumtide::cli
