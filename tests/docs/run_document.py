@@ -100,7 +100,8 @@ def run_document(scratch, document):
                 (scratch.folder / ".line").unlink(missing_ok=True)
         elif words[:1] != ["text"]:
             fail(place, "neither sh, text nor a block with file=, so nothing tries it")
-    for target in re.findall(r"\]\(([^)#:]+)[^):]*\)", document.read_text(encoding="utf-8")):
+    prose = re.sub(r"```.*?```", "", document.read_text(encoding="utf-8"), flags=re.S)
+    for target in re.findall(r"\]\(([^)#:]+)[^):]*\)", prose):
         if not (document.parent / target).exists():
             fail(document, f"{target}: there is no such file to link to")
     print(f"{document}: {commands} blocks run")
