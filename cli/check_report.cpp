@@ -1,5 +1,6 @@
 #include "cli/check_report.h"
 
+#include "cli/build_errors.h"
 #include "cli/failure.h"
 #include "cli/program_file.h"
 #include "cli/render_session.h"
@@ -48,6 +49,29 @@ void addControls(Json& report, const Program& program, const headless::Effect& e
   }
 }
 
+// Where and why the shaders do not build; keys that are not known are left out.
+Json errorsJson(const std::vector<BuildError>& errors) {
+  Json list = Json::array();
+  for (const BuildError& error : errors) {
+    Json item = {{"file", error.file}};
+    if (error.place) {
+      item["line"] = error.place->line;
+      item["column"] = error.place->column;
+    }
+    item["severity"] = error.isError ? "error" : "warning";
+    item["message"] = error.message;
+    if (error.nodes.size() == 1) item["node"] = error.nodes.front();
+    if (!error.nodes.empty()) item["nodes"] = error.nodes;
+    if (error.stages.size() == 1) item["stage"] = stageName(error.stages.front());
+    if (error.generatedLine > 0) {
+      item["generatedLine"] = error.generatedLine;
+      item["generatedText"] = error.generatedText;
+    }
+    list.push_back(std::move(item));
+  }
+  return list;
+}
+
 // Every line but the first moved in.
 std::string indented(const std::string& text) {
   std::string result;
@@ -72,6 +96,10 @@ Json checkProgram(const std::string& file, const std::string& module) {
     addControls(report, program, session.effect());
     session.finish();
     report["ok"] = true;
+  } catch (const BuildFailure& failure) {
+    report["status"] = static_cast<int>(failure.status);
+    report["error"] = failure.what();
+    report["errors"] = errorsJson(failure.errors);
   } catch (const Failure& failure) {
     report["status"] = static_cast<int>(failure.status);
     report["error"] = failure.what();
@@ -87,6 +115,8 @@ Json crashReport(const std::string& file, const std::string& failure) {
 }
 
 std::string reportText(const Json& report) {
+  // Editors look for places at the begin of a line.
+  if (report.contains("errors")) return "FAILED  " + report["error"].get<std::string>() + "\n";
   if (!report["ok"]) return "FAILED  " + indented(report["error"]) + "\n";
   std::string text = "ok  " + report["file"].get<std::string>() + ": " +
                      report["name"].get<std::string>() + ", version " +

@@ -1,6 +1,7 @@
 #include "cli/driver_log.h"
 
 #include <fstream>
+#include <iterator>
 #include <string>
 
 #include "cli/scratch_folder.h"
@@ -8,7 +9,7 @@
 
 namespace vellumtide::cli {
 
-std::string exportDriverLog(headless::Host& host, headless::Effect& effect) {
+DriverLog exportDriverLog(headless::Host& host, headless::Effect& effect) {
   const ScratchFolder folder;
   headless::ScriptEngine& scripts = host.scripts();
   scripts.confirmAnswers.push_back(true);
@@ -19,12 +20,19 @@ std::string exportDriverLog(headless::Host& host, headless::Effect& effect) {
   scripts.folderAnswers.clear();
 
   std::ifstream file(folder.path() / "Vellumtide_error_log.txt", std::ios::binary);
-  std::string text, line;
+  DriverLog log;
+  std::string line;
   std::getline(file, line);  // names a platform, always the same
-  while (std::getline(file, line)) {
-    if (!line.empty()) text += line + "\n";
+  for (const std::string mark : {"vendor : ", "version : ", "glsl : "}) {
+    std::getline(file, line);
+    while (line.ends_with('\r'))
+      line.pop_back();
+    if (!line.starts_with(mark)) continue;
+    log.driver += (log.driver.empty() ? "" : ", ") + std::string(mark == "glsl : " ? "GLSL " : "") +
+                  line.substr(mark.size());
   }
-  return text;
+  log.errors.assign(std::istreambuf_iterator<char>(file), {});
+  return log;
 }
 
 }  // namespace vellumtide::cli

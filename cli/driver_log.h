@@ -6,9 +6,14 @@
 
 namespace vellumtide::cli {
 
-// The driver's identification and the errors it gave while building shaders, a text of several
-// lines as the module exports it from its about box; "" when there were none. The host's
-// queues of answers are used and its Info panel gains lines.
-std::string exportDriverLog(headless::Host& host, headless::Effect& effect);
+// What the module exports from its about box.
+struct DriverLog {
+  std::string driver;  // how the driver names itself, on one line
+  std::string errors;  // what it said while building shaders, as the module keeps it
+};
+
+// Both empty when nothing was said. The host's queues of answers are used, its Info panel gains
+// lines, and the module's log is empty afterwards.
+DriverLog exportDriverLog(headless::Host& host, headless::Effect& effect);
 
 }  // namespace vellumtide::cli

@@ -1,5 +1,6 @@
 #include "cli/host_session.h"
 
+#include "cli/build_errors.h"
 #include "cli/driver_log.h"
 #include "cli/failure.h"
 #include "cli/module_file.h"
@@ -56,7 +57,8 @@ std::vector<std::string> HostSession::infoLines() {
   return lines;
 }
 
-void HostSession::requireUsable(headless::Effect& effect, const std::string& programPath) {
+void HostSession::requireUsable(headless::Effect& effect, const std::string& programPath,
+                                const Program* program) {
   std::string broken, reasons;
   for (const std::string& line : infoLines()) {
     const bool isBuildFailure = line.starts_with("!!!");
@@ -64,14 +66,18 @@ void HostSession::requireUsable(headless::Effect& effect, const std::string& pro
   }
   const bool unusable = effect.title.find(kUnusableTitle) != std::string::npos;
   if (!unusable && broken.empty()) return;
-  std::string message;
-  if (unusable) message = "the module cannot use this program" + reasons;
-  if (!broken.empty()) {
-    message += std::string(unusable ? "\n" : "") + "the shaders do not build:" + broken + "\n";
-    message += exportDriverLog(*host_, effect);
-    message += "Lines are counted in the text that \"vellumtide glsl\" prints.";
-  }
-  throw Failure(ExitStatus::Program, programPath + ": " + message);
+  std::string message =
+      programPath + (unusable ? ": the module cannot use this program" + reasons : "");
+  if (broken.empty()) throw Failure(ExitStatus::Program, message);
+
+  const DriverLog log = exportDriverLog(*host_, effect);
+  std::vector<BuildError> errors =
+      program ? readBuildErrors(*program, programPath, log.errors)
+              : readBuildErrors(readProgram(pathOf(programPath)), programPath, log.errors);
+  message += unusable ? "\n" : ": ";
+  // Where the log says nothing of the program, the module's own notices have to do.
+  message += "the shaders do not build" + (errors.empty() ? broken + "\n" : "\n" + textOf(errors));
+  throw BuildFailure(message + "(" + log.driver + ")", std::move(errors));
 }
 
 std::shared_ptr<headless::World> HostSession::render(headless::Effect& effect,

@@ -5,6 +5,7 @@
 #include <string>
 #include <vector>
 
+#include "cli/program_file.h"
 #include "cli/scratch_folder.h"
 #include "headless/host.h"
 
@@ -22,9 +23,11 @@ class HostSession {
   // What the Info panel shows, a line each.
   std::vector<std::string> infoLines();
 
-  // Throws Failure (ExitStatus::Program) with the driver's log when the program of an instance did
-  // not load or build.
-  void requireUsable(headless::Effect& effect, const std::string& programPath);
+  // Throws Failure (ExitStatus::Program) when the program of an instance did not load, BuildFailure
+  // with what the driver said when its shaders did not build. `program` is what was read from the
+  // file; without it the file is read again when that is needed.
+  void requireUsable(headless::Effect& effect, const std::string& programPath,
+                     const Program* program = nullptr);
 
   // One frame. Throws Failure (ExitStatus::Failed) when the module answers with an error.
   std::shared_ptr<headless::World> render(headless::Effect& effect,

@@ -98,9 +98,15 @@ Program readProgram(const fs::path& path) {
   if (!isGraph && last != 'k') {
     fail(path, "unknown extension: kernels end in .pbk, graphs in .pbg");
   }
-  const std::string text = readText(path);
-  if (isGraph) return {parseGraph(path, text)};
-  return {parseKernel(path, text)};
+  std::string text = readText(path);
+  Program program;
+  if (isGraph) {
+    program.content = parseGraph(path, text);
+  } else {
+    program.content = parseKernel(path, text);
+  }
+  program.text = std::move(text);
+  return program;
 }
 
 }  // namespace vellumtide::cli

@@ -13,6 +13,7 @@ namespace vellumtide::cli {
 // A kernel (.pbk) or a graph (.pbg).
 struct Program {
   std::variant<pbKernelInfo, pbGraphInfo> content;
+  std::string text;  // of the whole file
 
   const pbKernelInfo* kernel() const { return std::get_if<pbKernelInfo>(&content); }
   const pbGraphInfo* graph() const { return std::get_if<pbGraphInfo>(&content); }

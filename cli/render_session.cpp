@@ -22,7 +22,7 @@ RenderSession::RenderSession(const std::string& modulePath, const std::string& p
   effect_ = &host().newInstance(*layers_.front());
   effect_->program = path;
   host().updateParamsUi(*effect_);
-  requireUsable(*effect_, programPath);
+  requireUsable(*effect_, programPath, &program);
 
   const std::size_t inputs = std::min(program.inputs().size(), layers_.size());
   for (std::size_t i = 1; i < inputs; ++i) {

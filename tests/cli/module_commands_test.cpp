@@ -27,7 +27,10 @@ TEST_F(ModuleCommands, CheckReportsEachProgramAndGoesOn) {
   EXPECT_EQ(reports[0]["inputs"][0]["slot"], 0);
   EXPECT_EQ(reports[0]["parameters"][1]["controls"],
             Json::parse(R"([{"index":45,"label":"p x"},{"index":46,"label":"p y"}])"));
-  EXPECT_NE(reports[1]["error"].get<std::string>().find("Test(f)\n"), std::string::npos);
+  EXPECT_NE(reports[1]["error"].get<std::string>().find("\nbad.pbk:3:29: error: no function"),
+            std::string::npos);
+  EXPECT_EQ(reports[1]["errors"][0]["line"], 3);
+  EXPECT_EQ(reports[1]["errors"][0]["column"], 29);
   EXPECT_NE(reports[2]["error"].get<std::string>().find("no such file"), std::string::npos);
   EXPECT_NE(run("check good.pbk").out.find("parameter amount: 44 \"Amount\""), std::string::npos);
   EXPECT_EQ(run("check good.pbk", "__EGL_VENDOR_LIBRARY_DIRS=/nowhere").status, 5);
