@@ -13,6 +13,7 @@ void addInspectCommand(CLI::App& app);
 void addGlslCommand(CLI::App& app);
 void addCheckCommand(CLI::App& app);
 void addCompareCommand(CLI::App& app);
+void addSheetCommand(CLI::App& app);
 void addDialogCommands(CLI::App& app);
 void addProjectCommand(CLI::App& app);
 void addCompletionCommand(CLI::App& app);

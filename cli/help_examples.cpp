@@ -25,6 +25,11 @@ vellumtide inspect old_print.pbg --json)"},
 vellumtide glsl gaussian_blur.pbg --node rows --stage vertex)"},
     {"check", R"(vellumtide check mosaic.pbk star_glow.pbg
 vellumtide check --json examples/kernels/*.pbk >report.json)"},
+    {"sheet", R"(vellumtide sheet mosaic.pbk -i photo.png -o sizes.png --sweep "Tile Size=8..64x8"
+# one sweep across, one down; values of a colour stand between bars
+vellumtide sheet mosaic.pbk -i photo.png -o grid.png --sweep Shape --sweep "Joint=#000000|#ffffff"
+# several programs beside the image itself
+vellumtide sheet photo.png oil_paint.pbk halftone.pbk -i photo.png -o looks.png)"},
     {"compare", R"(vellumtide render test_chart.pbk --size 192x108 -o a.png
 vellumtide render test_chart.pbk --size 192x108 -o b.png
 vellumtide compare a.png b.png --tolerance 1/255

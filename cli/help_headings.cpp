@@ -10,13 +10,16 @@ namespace {
 // The same name means the same in every command.
 constexpr struct {
   const char *flag, *value;
-} kValues[] = {{"--input", "IMAGE"},          {"--output", "FILE"},        {"--size", "WxH"},
-               {"--set", "NAME=VALUE"},       {"--frames", "LIST"},        {"--fps", "R"},
-               {"--key", "NAME@FRAME=VALUE"}, {"--animation", "FILE"},     {"--module", "FILE"},
-               {"--report", "FILE"},          {"--pixel-aspect", "R"},     {"--limit", "SECONDS"},
-               {"--memory", "MIB"},           {"--root-folder", "FOLDER"}, {"--node", "ID"},
-               {"--tolerance", "T"},          {"--allow", "PIXELS"},       {"--amplify", "X"},
-               {"--graph", "svg|dot"}};
+} kValues[] = {
+    {"--input", "IMAGE"},          {"--output", "FILE"},        {"--size", "WxH"},
+    {"--set", "NAME=VALUE"},       {"--frames", "LIST"},        {"--fps", "R"},
+    {"--key", "NAME@FRAME=VALUE"}, {"--animation", "FILE"},     {"--module", "FILE"},
+    {"--report", "FILE"},          {"--pixel-aspect", "R"},     {"--limit", "SECONDS"},
+    {"--memory", "MIB"},           {"--root-folder", "FOLDER"}, {"--node", "ID"},
+    {"--tolerance", "T"},          {"--allow", "PIXELS"},       {"--amplify", "X"},
+    {"--sweep", "NAME=VALUES"},    {"--cell", "WxH"},           {"--background", "COLOR"},
+    {"--title", "TEXT"},           {"--columns", "N"},          {"--font", "FILE"},
+    {"--graph", "svg|dot"}};
 
 constexpr struct {
   const char *heading, *flag;

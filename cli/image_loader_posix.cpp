@@ -43,4 +43,12 @@ void encodeWithLibrary(const std::filesystem::path& file, const std::filesystem:
   imageFunctions().encode(file, target, pixels, pixelAspect, options);
 }
 
+TextLine drawText(std::string_view text, const std::string& fontFile, int size) {
+  return imageFunctions().drawText(text, fontFile, size);
+}
+
+headless::World scaledPicture(const headless::World& picture, int width, int height) {
+  return imageFunctions().scale(picture, width, height);
+}
+
 }  // namespace vellumtide::cli

@@ -13,6 +13,6 @@ extern "C" [[gnu::visibility("default")]] const vellumtide::cli::ImageFunctions*
 vellumtideImageFunctions() {
   using namespace vellumtide::cli;
   static constexpr ImageFunctions functions{&readWithLibrary, &readShapeWithLibrary,
-                                            &encodeWithLibrary};
+                                            &encodeWithLibrary, &drawText, &scaledPicture};
   return &functions;
 }

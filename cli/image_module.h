@@ -4,6 +4,7 @@
 #pragma once
 
 #include "cli/image_library.h"
+#include "cli/picture_drawing.h"
 
 namespace vellumtide::cli {
 
@@ -11,6 +12,8 @@ struct ImageFunctions {
   decltype(&readWithLibrary) read;
   decltype(&readShapeWithLibrary) readShape;
   decltype(&encodeWithLibrary) encode;
+  decltype(&cli::drawText) drawText;
+  decltype(&scaledPicture) scale;
 };
 
 inline constexpr const char* kImageModuleFile = "VellumtideImages.so";

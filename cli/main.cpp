@@ -22,6 +22,7 @@ void addCommands(CLI::App& app) {
   addInspectCommand(app);
   addGlslCommand(app);
   addCheckCommand(app);
+  addSheetCommand(app);
   addCompareCommand(app);
   addDialogCommands(app);
   addProjectCommand(app);

@@ -52,6 +52,8 @@ if(VELLUMTIDE_CLI)
     find_package(OpenImageIO QUIET)
     vellumtide_need(OpenImageIO_FOUND "OpenImageIO"
                     "apt-get install libopenimageio-dev openimageio-tools")
+    find_package(Freetype QUIET)
+    vellumtide_need(FREETYPE_FOUND "FreeType" "apt-get install libfreetype-dev")
     # Debian's package names the include folder of a package that it does not depend on.
     get_target_property(oiio_includes OpenImageIO::OpenImageIO INTERFACE_INCLUDE_DIRECTORIES)
     foreach(folder IN LISTS oiio_includes)

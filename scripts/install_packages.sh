@@ -8,7 +8,7 @@ set -eu
 # What the Linux module, the headless host and the command line are built from, and run on.
 build="g++ cmake ninja-build ccache pkg-config
   libglew-dev libtinyxml-dev duktape-dev nlohmann-json3-dev libcli11-dev
-  libpng-dev libopenimageio-dev openimageio-tools fonts-dejavu-core
+  libpng-dev libopenimageio-dev openimageio-tools libfreetype-dev fonts-dejavu-core
   libegl-dev libgl-dev libglu1-mesa-dev libegl1 libegl-mesa0 libgl1-mesa-dri"
 
 # What the tests (of documents, completions, the manual page and recipes for render farms, too), the

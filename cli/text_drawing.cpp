@@ -1,0 +1,120 @@
+#include <ft2build.h>
+#include FT_FREETYPE_H
+#include FT_OUTLINE_H
+
+#include <algorithm>
+#include <memory>
+
+#include "cli/failure.h"
+#include "cli/picture_drawing.h"
+
+namespace vellumtide::cli {
+namespace {
+
+constexpr char32_t kReplacement = 0xFFFD;
+
+// Takes one character off the text; bytes that are no UTF-8 become U+FFFD one by one.
+char32_t takeCharacter(std::string_view& text) {
+  const auto byte = [&](std::size_t i) { return static_cast<unsigned char>(text[i]); };
+  const unsigned lead = byte(0);
+  const std::size_t length = lead < 0x80   ? 1
+                             : lead < 0xC2 ? 0
+                             : lead < 0xE0 ? 2
+                             : lead < 0xF0 ? 3
+                                           : 4;
+  char32_t character = length == 1 ? lead : lead & (0x7Fu >> length);
+  bool valid = length > 0 && lead < 0xF5 && length <= text.size();
+  for (std::size_t i = 1; valid && i < length; ++i) {
+    valid = (byte(i) & 0xC0) == 0x80;
+    character = character << 6 | (byte(i) & 0x3F);
+  }
+  text.remove_prefix(valid ? length : 1);
+  return valid ? character : kReplacement;
+}
+
+struct Close {
+  void operator()(FT_Library library) const { FT_Done_FreeType(library); }
+  void operator()(FT_Face face) const { FT_Done_Face(face); }
+};
+
+// A glyph in its place; positions are pixels from the start of the base line, downwards.
+struct Glyph {
+  int left, top, width, height;
+  std::vector<std::uint8_t> coverage;
+};
+
+Glyph copyOf(const FT_GlyphSlot slot, FT_Pos pen) {
+  const FT_Bitmap& bitmap = slot->bitmap;
+  Glyph glyph{static_cast<int>(pen >> 6) + slot->bitmap_left,
+              -slot->bitmap_top,
+              static_cast<int>(bitmap.width),
+              static_cast<int>(bitmap.rows),
+              {}};
+  for (unsigned y = 0; y < bitmap.rows; ++y) {
+    const std::uint8_t* const row = bitmap.buffer + static_cast<std::ptrdiff_t>(y) * bitmap.pitch;
+    glyph.coverage.insert(glyph.coverage.end(), row, row + bitmap.width);
+  }
+  return glyph;
+}
+
+// The glyphs of the text; `pen` ends behind the last, in 64ths of a pixel.
+std::vector<Glyph> glyphsOf(std::string_view text, FT_Face face, FT_Pos& pen) {
+  std::vector<Glyph> glyphs;
+  FT_UInt last = 0;
+  while (!text.empty()) {
+    const FT_UInt index = FT_Get_Char_Index(face, takeCharacter(text));
+    FT_Vector kerning{};
+    if (last && index) FT_Get_Kerning(face, last, index, FT_KERNING_UNFITTED, &kerning);
+    last = index;
+    pen += kerning.x;
+    if (FT_Load_Glyph(face, index, FT_LOAD_TARGET_LIGHT | FT_LOAD_NO_BITMAP) != 0) continue;
+    FT_Outline_Translate(&face->glyph->outline, pen & 63, 0);
+    if (FT_Render_Glyph(face->glyph, FT_RENDER_MODE_NORMAL) == 0) {
+      glyphs.push_back(copyOf(face->glyph, pen));
+    }
+    pen += face->glyph->advance.x;
+  }
+  return glyphs;
+}
+
+}  // namespace
+
+TextLine drawText(std::string_view text, const std::string& fontFile, int size) {
+  FT_Library library = nullptr;
+  FT_Face face = nullptr;
+  const bool started = FT_Init_FreeType(&library) == 0;
+  const std::unique_ptr<FT_LibraryRec_, Close> libraryOwner(started ? library : nullptr);
+  const bool opened = started && FT_New_Face(library, fontFile.c_str(), 0, &face) == 0;
+  const std::unique_ptr<FT_FaceRec_, Close> faceOwner(opened ? face : nullptr);
+  if (!opened || !FT_IS_SCALABLE(face) ||
+      FT_Set_Pixel_Sizes(face, 0, static_cast<FT_UInt>(size)) != 0) {
+    throw Failure(ExitStatus::Failed, fontFile + ": cannot be used as a font");
+  }
+
+  FT_Pos pen = 0;
+  const std::vector<Glyph> glyphs = glyphsOf(text, face, pen);
+  TextLine line;
+  line.advance = static_cast<int>((pen + 63) >> 6);
+  int right = 0, bottom = 0;
+  for (const Glyph& g : glyphs) {
+    line.left = std::min(line.left, g.left);
+    line.top = std::min(line.top, g.top);
+    right = std::max(right, g.left + g.width);
+    bottom = std::max(bottom, g.top + g.height);
+  }
+  line.width = right - line.left;
+  line.height = bottom - line.top;
+  line.coverage.resize(std::size_t(line.width) * line.height);
+  for (const Glyph& g : glyphs) {
+    for (int y = 0; y < g.height; ++y) {
+      const std::uint8_t* from = g.coverage.data() + std::size_t(y) * g.width;
+      std::uint8_t* to = line.coverage.data() + std::size_t(g.top - line.top + y) * line.width +
+                         (g.left - line.left);
+      for (int x = 0; x < g.width; ++x)
+        to[x] = std::max(to[x], from[x]);
+    }
+  }
+  return line;
+}
+
+}  // namespace vellumtide::cli
