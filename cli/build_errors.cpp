@@ -11,6 +11,7 @@ namespace {
 
 constexpr std::string_view kBlanks = " \t\r\n\v\f";
 constexpr std::size_t kGeneratedWidth = 110;
+constexpr std::size_t kMessageWidth = 500;
 constexpr std::size_t kNamedNodes = 3;
 
 bool isWordCharacter(char c) {
@@ -49,6 +50,8 @@ class Locator {
     }
     return offsetOf(line->end, message);
   }
+
+  bool countsOwnLines() const { return setsItsLines(text_); }
 
   std::string generatedText(const DriverMessage& message) const {
     const auto line = lineOf(message);
@@ -131,7 +134,7 @@ class Collector {
     if (section.stage == ShaderStage::Link && nodeHasErrors_) return;
     nodeHasErrors_ = true;
     std::vector<DriverMessage> messages = parseDriverMessages(section.log);
-    if (messages.empty()) {
+    if (std::none_of(messages.begin(), messages.end(), [](const auto& m) { return m.isError; })) {
       messages.emplace_back().text = std::string("the ") + stageName(section.stage) +
                                      " stage fails; the driver does not say why";
     }
@@ -146,24 +149,34 @@ class Collector {
     error.isError = message.isError;
     error.file = file_;
     error.message = message.text;
+    error.isCut = message.isCut;
     const auto offset = locator ? locator->fileOffset(message) : std::nullopt;
     if (offset) {
       error.place = lines_.placeOf(*offset);
       error.excerpt = lines_.excerpt(*offset);
     } else if (!message.isError) {
       return;  // about text that nobody here wrote
+    } else if (locator && locator->countsOwnLines()) {
+      error.message += " (line " + std::to_string(message.line) + " as #line counts)";
     } else if (locator) {
       error.generatedLine = message.line;
       error.generatedText = locator->generatedText(message);
     }
     const auto known = std::find_if(errors_.begin(), errors_.end(), [&](const BuildError& other) {
-      return other.isError == error.isError && other.message == error.message &&
-             other.excerpt == error.excerpt && other.generatedText == error.generatedText &&
-             samePlace(other, error);
+      return other.isError == error.isError && sameMessage(other, error) &&
+             other.generatedText == error.generatedText && samePlace(other, error);
     });
     BuildError& target = known == errors_.end() ? errors_.emplace_back(error) : *known;
+    if (target.message.size() < error.message.size()) target.message = error.message;
+    target.isCut = target.isCut && error.isCut;
     addOnce(target.stages, stage);
     if (program_.graph()) addOnce(target.nodes, node.label);
+  }
+
+  // The stages' logs are cut at different places.
+  static bool sameMessage(const BuildError& a, const BuildError& b) {
+    return a.message == b.message || (a.isCut && b.message.starts_with(a.message)) ||
+           (b.isCut && a.message.starts_with(b.message));
   }
 
   static bool samePlace(const BuildError& a, const BuildError& b) {
@@ -196,10 +209,15 @@ std::string nodesText(const std::vector<std::string>& nodes) {
   return text + ")";
 }
 
+std::string clipped(const std::string& line) {
+  return line.size() > kMessageWidth ? line.substr(0, kMessageWidth) + " ..." : line;
+}
+
 // The first line, the nodes behind it, and the others.
 std::string messageText(const BuildError& error) {
   const std::size_t end = std::min(error.message.find('\n'), error.message.size());
-  std::string text = harmless(error.message.substr(0, end)) + nodesText(error.nodes) + "\n";
+  std::string text = harmless(clipped(error.message.substr(0, end))) + (error.isCut ? " ..." : "") +
+                     nodesText(error.nodes) + "\n";
   for (std::size_t at = end; at < error.message.size();) {
     const std::size_t next = std::min(error.message.find('\n', at + 1), error.message.size());
     text += harmless(error.message.substr(at + 1, next - at - 1)) + "\n";

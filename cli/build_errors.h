@@ -18,6 +18,7 @@ struct BuildError {
   std::string file;
   std::optional<SourcePlace> place;  // nothing when it is about text that the file does not hold
   std::string message;               // may have further lines
+  bool isCut = false;                // the message goes on where the module's log does not
   std::string excerpt;               // the source line and a caret, see SourceLines
   std::vector<std::string> nodes;    // of a graph
   std::vector<ShaderStage> stages;

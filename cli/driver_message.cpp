@@ -198,7 +198,7 @@ std::vector<DriverMessage> parseDriverMessages(const std::string& log) {
   const bool hasError = std::any_of(placed.begin(), placed.end(),
                                     [](const DriverMessage& message) { return message.isError; });
   if (!hasError) placed.insert(placed.end(), others.begin(), others.end());
-  if (isCut && !placed.empty()) placed.back().text += " ...";
+  if (isCut && !placed.empty()) placed.back().isCut = true;
   return placed;
 }
 

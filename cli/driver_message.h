@@ -30,13 +30,14 @@ struct DriverMessage {
   int line = 0;         // from 1, 0 when it was not said
   int column = 0;       // from 1, 0 when it was not said
   Columns columns = Columns::Text;
-  std::string text;  // without place and severity; further lines begin with blanks
+  std::string text;    // without place and severity; further lines begin with blanks
+  bool isCut = false;  // the text goes on where the log does not
 };
 
 // The messages of one section, in its order: the forms of Mesa "0:95(12): error: ...", of NVIDIA
 // "0(95) : error C1008: ..." and of the others "ERROR: 0:95: ..." or "ERROR: 0:95:12: ...". Lines
 // without a place count only where no error has one. A log that fills the module's buffer is cut:
-// its last line is left out unless place and severity are whole, and the last message says so.
+// its last line is left out unless place and severity are whole, and the last message is marked.
 std::vector<DriverMessage> parseDriverMessages(const std::string& log);
 
 // The names that a message quotes, in its order: `foo', 'foo', "foo".
