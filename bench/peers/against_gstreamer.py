@@ -16,7 +16,8 @@ options.add_argument("--gpu", action="store_true", help="not on Mesa's software 
 options = options.parse_args()
 width, height = options.size.split("x")
 
-CASES = {"grade": [], "spiral": ["-p", f"size={width},{height}"]}
+SIZE = ["-p", f"size={width},{height}"]
+CASES = {"grade": [], "spiral": SIZE, "spiral_loop": SIZE}
 QUEUE = ["!", "queue", "max-size-buffers=4", "max-size-bytes=0", "max-size-time=0"]
 RGBA = ["!", "video/x-raw,format=RGBA"]
 
@@ -45,7 +46,7 @@ def display():
 
 
 def shader(case):
-    text = (here / f"{case}.frag").read_text().replace("\n", " ")
+    text = (here / f"{case}.frag").read_text().replace("\\\n", " ")
     return ["!", "glupload", "!", "glshader", f'fragment="{text}"', "!", "gldownload", *RGBA]
 
 
@@ -100,7 +101,7 @@ def main(screen):
         shutil.copy("in.0001.png", f"in.{frame:04}.png")
 
     print(f"{options.size}, medians of {options.rounds} rounds: milliseconds a frame, and ratio\n\n"
-          "                          vellumtide  GStreamer  ratio")
+          "                              vellumtide  GStreamer  ratio")
     for case in CASES:
         vellumtide_files(case, 2, environment)
         gstreamer_files(case, 2, environment)
@@ -112,9 +113,9 @@ def main(screen):
                       for _ in range(options.rounds)]
             mine, other = (statistics.median(column) for column in zip(*rounds))
             ratio = statistics.median(a / b for a, b in rounds)
-            print(f"{case:8}{name:16}{mine:12.1f}{other:11.1f}{ratio:7.2f}", flush=True)
+            print(f"{case:12}{name:16}{mine:12.1f}{other:11.1f}{ratio:7.2f}", flush=True)
         sizes = [os.path.getsize(f"{name}/0002.png") for name in ("vellumtide", "gstreamer")]
-        print(f"{case:8}bytes of a PNG  {sizes[0]:12}{sizes[1]:11}{sizes[0] / sizes[1]:7.2f}")
+        print(f"{case:12}bytes of a PNG  {sizes[0]:12}{sizes[1]:11}{sizes[0] / sizes[1]:7.2f}")
 
 
 if __name__ == "__main__":
