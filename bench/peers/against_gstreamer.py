@@ -17,6 +17,7 @@ options = options.parse_args()
 width, height = options.size.split("x")
 
 SIZE = ["-p", f"size={width},{height}"]
+LEVEL = 4  # of compression
 CASES = {"grade": [], "spiral": SIZE, "spiral_loop": SIZE}
 QUEUE = ["!", "queue", "max-size-buffers=4", "max-size-bytes=0", "max-size-time=0"]
 RGBA = ["!", "video/x-raw,format=RGBA"]
@@ -52,23 +53,24 @@ def shader(case):
 
 def vellumtide_files(case, frames, environment):
     return run([options.program, "render", here / f"{case}.pbk", "-i", "in.%04d.png",
-                "-o", "vellumtide/%04d.png", "--frames", f"1-{frames}", "--threads",
-                options.threads, "--progress", "none", *CASES[case]], environment)
+                "-o", "vellumtide/%04d.png", "--frames", f"1-{frames}", "--compression", LEVEL,
+                "--threads", options.threads, "--progress", "none", *CASES[case]], environment)
 
 
 def gstreamer_files(case, frames, environment):
     return run(["gst-launch-1.0", "-q", "multifilesrc", "location=in.%04d.png", "start-index=1",
                 f"stop-index={frames}", "caps=image/png,framerate=(fraction)25/1", "!", "pngdec",
-                *RGBA, *QUEUE, *shader(case), *QUEUE, "!", "pngenc", "compression-level=6", "!",
-                "multifilesink", "index=1", "location=gstreamer/%04d.png"], environment)
+                *RGBA, *QUEUE, *shader(case), *QUEUE, "!",
+                "pngenc", f"compression-level={LEVEL}", "!", "multifilesink", "index=1",
+                "location=gstreamer/%04d.png"], environment)
 
 
 def vellumtide_alone(case, frames, environment):
     """Seconds spent on uploading, drawing and reading back, as the report has them. One picture in
     flight at a time, so that writing does not take the processor away from it."""
     run([options.program, "render", here / f"{case}.pbk", "-i", "in.0001.png",
-         "-o", "still/%04d.tif", "--frames", f"1-{frames}", "--threads", 1, "--memory", 1,
-         "--progress", "none", "--report", "report.json", *CASES[case]], environment)
+         "-o", "still/%04d.tif", "--frames", f"1-{frames}", "--compression", 0, "--threads", 1,
+         "--memory", 1, "--progress", "none", "--report", "report.json", *CASES[case]], environment)
     report = json.loads(pathlib.Path("report.json").read_text())
     return sum(frame["renderMs"] for frame in report["frames"]) / 1000
 
