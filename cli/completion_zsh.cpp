@@ -23,7 +23,7 @@ std::string descriptions(const std::vector<const CLI::App*>& commands) {
   return result;
 }
 
-// The part of a specification that says what is offered.
+// What _arguments shall offer for a value.
 std::string offer(const ValueShape& shape) {
   switch (shape.kind) {
     case Kind::Choice:
