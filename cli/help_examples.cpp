@@ -17,6 +17,9 @@ constexpr Examples kExamples[] = {
 vellumtide render blend.pbk -i photo.png -i tiles.png -o mix.png -p Mode=Screen
 # a sequence
 vellumtide render twirl.pbk -i in.####.exr -o out.####.exr --frames 1-10
+# a control that moves
+vellumtide render twirl.pbk -i photo.png -o turn.####.png --frames 1-5 \
+    -k Twist@1=0 -k Twist@5=360
 # no input at all
 vellumtide render test_chart.pbk --size 640x360 -o chart.png)"},
     {"inspect", R"(vellumtide inspect mosaic.pbk

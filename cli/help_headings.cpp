@@ -29,6 +29,7 @@ constexpr struct {
                        {"Images", "--depth"},
                        {"Images", "--sample-type"},
                        {"Images", "--no-alpha"},
+                       {"Images", "--compression"},
                        {"Images", "--downsample"},
                        {"Images", "--pixel-aspect"},
                        {"Controls", "--set"},
@@ -41,6 +42,7 @@ constexpr struct {
                        {"Sequences", "--skip-existing"},
                        {"Sequences", "--threads"},
                        {"Sequences", "--memory"},
+                       {"Sequences", "--watch"},
                        {"What is reported", "--progress"},
                        {"What is reported", "--report"}};
 

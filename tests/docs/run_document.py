@@ -107,7 +107,9 @@ def run_document(scratch, document):
     print(f"{document}: {commands} blocks run")
 
 
-def run_help_texts(scratch):
+def run_help_texts(scratch, documents):
+    described = "".join(document.read_text(encoding="utf-8") for document in documents)
+
     def help_of(*command):
         return scratch.run(" ".join(["vellumtide", *command, "--help"]))[1]
 
@@ -118,6 +120,9 @@ def run_help_texts(scratch):
             for name in re.findall(r"^  ([a-z]+)", named[1], re.M):
                 walk(*command, name)
             return
+        for option in re.findall(r"^ +(?:-. *, )? *(--[a-z-]+)", text, re.M):
+            if option not in described and option != "--help":
+                fail(" ".join(command), f"no document speaks of {option}")
         shown = re.search(r"^Examples:\n((?:  .*\n|\n)+)", text, re.M)
         if not shown:
             fail(" ".join(command), "its --help has no example")
@@ -138,6 +143,6 @@ if __name__ == "__main__":
     with tempfile.TemporaryDirectory() as folder:
         scratch = Scratch(program, examples, folder)
         if subject == "help_texts":
-            run_help_texts(scratch)
+            run_help_texts(scratch, pathlib.Path(examples).parent.glob("docs/*.md"))
         else:
             run_document(scratch, pathlib.Path(subject))
