@@ -35,8 +35,9 @@ bool readAll(int pipe, Clock::time_point end, std::string& text) {
   }
 }
 
-pid_t start(const std::vector<std::string>& arguments, int output) {
-  std::vector<char*> words{const_cast<char*>("vellumtide")};
+// `program` is a path, or a name to look up in PATH.
+pid_t start(const char* program, const std::vector<std::string>& arguments, int output) {
+  std::vector<char*> words{const_cast<char*>(program)};
   for (const std::string& argument : arguments)
     words.push_back(const_cast<char*>(argument.c_str()));
   words.push_back(nullptr);
@@ -46,7 +47,7 @@ pid_t start(const std::vector<std::string>& arguments, int output) {
   posix_spawn_file_actions_adddup2(&actions, output, STDOUT_FILENO);
   posix_spawn_file_actions_addopen(&actions, STDERR_FILENO, "/dev/null", O_WRONLY, 0);
   pid_t child = 0;
-  const int error = posix_spawn(&child, "/proc/self/exe", &actions, nullptr, words.data(), environ);
+  const int error = posix_spawnp(&child, program, &actions, nullptr, words.data(), environ);
   posix_spawn_file_actions_destroy(&actions);
   if (error != 0) {
     throw Failure(ExitStatus::Failed,
@@ -55,16 +56,14 @@ pid_t start(const std::vector<std::string>& arguments, int output) {
   return child;
 }
 
-}  // namespace
-
-ChildResult runSelf(const std::vector<std::string>& arguments, int limitSeconds) {
+ChildResult run(const char* program, const std::vector<std::string>& arguments, int limitSeconds) {
   int ends[2];
   if (pipe2(ends, O_CLOEXEC) != 0) {
     throw Failure(ExitStatus::Failed, std::string("no pipe can be made: ") + std::strerror(errno));
   }
   pid_t child = 0;
   try {
-    child = start(arguments, ends[1]);
+    child = start(program, arguments, ends[1]);
   } catch (const Failure&) {
     close(ends[0]);
     close(ends[1]);
@@ -84,8 +83,21 @@ ChildResult runSelf(const std::vector<std::string>& arguments, int limitSeconds)
   } else if (WIFSIGNALED(status)) {
     result.failure = "ended by signal " + std::to_string(WTERMSIG(status)) + " (" +
                      strsignal(WTERMSIG(status)) + ")";
+  } else {
+    result.status = WEXITSTATUS(status);
   }
   return result;
+}
+
+}  // namespace
+
+ChildResult runSelf(const std::vector<std::string>& arguments, int limitSeconds) {
+  return run("/proc/self/exe", arguments, limitSeconds);
+}
+
+ChildResult runTool(const std::string& program, const std::vector<std::string>& arguments,
+                    int limitSeconds) {
+  return run(program.c_str(), arguments, limitSeconds);
 }
 
 }  // namespace vellumtide::cli

@@ -53,12 +53,8 @@ std::string contents(HANDLE file) {
   return text;
 }
 
-}  // namespace
-
-ChildResult runSelf(const std::vector<std::string>& arguments, int limitSeconds) {
-  std::wstring program(32768, L'\0');
-  program.resize(GetModuleFileNameW(nullptr, program.data(), static_cast<DWORD>(program.size())));
-  std::wstring command = L"\"" + program + L"\"";
+// `command` begins with the program: a path, or a name to look up.
+ChildResult run(std::wstring command, const std::vector<std::string>& arguments, int limitSeconds) {
   for (const std::string& argument : arguments)
     command += L" " + quoted(argument);
 
@@ -68,7 +64,7 @@ ChildResult runSelf(const std::vector<std::string>& arguments, int limitSeconds)
   startup.dwFlags = STARTF_USESTDHANDLES;
   startup.hStdOutput = output;
   PROCESS_INFORMATION process{};
-  if (!CreateProcessW(program.c_str(), command.data(), nullptr, nullptr, TRUE, 0, nullptr, nullptr,
+  if (!CreateProcessW(nullptr, command.data(), nullptr, nullptr, TRUE, 0, nullptr, nullptr,
                       &startup, &process)) {
     CloseHandle(output);
     fail("CreateProcessW");
@@ -86,6 +82,8 @@ ChildResult runSelf(const std::vector<std::string>& arguments, int limitSeconds)
       char text[32];
       std::snprintf(text, sizeof text, "ended by 0x%08lX", status);
       result.failure = text;
+    } else {
+      result.status = static_cast<int>(status);
     }
   }
   result.output = contents(output);
@@ -93,6 +91,19 @@ ChildResult runSelf(const std::vector<std::string>& arguments, int limitSeconds)
   CloseHandle(process.hProcess);
   CloseHandle(output);
   return result;
+}
+
+}  // namespace
+
+ChildResult runSelf(const std::vector<std::string>& arguments, int limitSeconds) {
+  std::wstring program(32768, L'\0');
+  program.resize(GetModuleFileNameW(nullptr, program.data(), static_cast<DWORD>(program.size())));
+  return run(L"\"" + program + L"\"", arguments, limitSeconds);
+}
+
+ChildResult runTool(const std::string& program, const std::vector<std::string>& arguments,
+                    int limitSeconds) {
+  return run(quoted(program), arguments, limitSeconds);
 }
 
 }  // namespace vellumtide::cli

@@ -23,7 +23,9 @@ vellumtide render twirl.pbk -i photo.png -o turn.####.png --frames 1-5 \
 # no input at all
 vellumtide render test_chart.pbk --size 640x360 -o chart.png)"},
     {"inspect", R"(vellumtide inspect mosaic.pbk
-vellumtide inspect old_print.pbg --json)"},
+vellumtide inspect old_print.pbg --json
+# a drawing of the graph for a web page
+vellumtide inspect star_glow.pbg --graph svg -o star_glow.svg)"},
     {"glsl", R"(vellumtide glsl mosaic.pbk --stage fragment
 vellumtide glsl gaussian_blur.pbg --node rows --stage vertex)"},
     {"check", R"(vellumtide check mosaic.pbk star_glow.pbg

@@ -1,25 +1,53 @@
+#include <fstream>
 #include <memory>
 
 #include "cli/commands.h"
+#include "cli/failure.h"
+#include "cli/graph_drawing.h"
 #include "cli/inspect.h"
+#include "cli/pending_file.h"
 #include "cli/utf8_path.h"
 
 namespace vellumtide::cli {
 namespace {
 
 struct InspectOptions {
-  std::string file;
+  std::string file, graph, output;
   bool json = false;
 };
 
-void inspect(const InspectOptions& options) {
-  const Program program = readProgram(pathOf(options.file));
-  if (!options.json) {
-    writeOut(inspectionText(program));
-    return;
+// Whole or not at all; "" is standard output.
+void writeDrawing(const std::string& text, const std::string& output) {
+  if (output.empty()) return writeOut(text);
+  const auto fail = [&](const std::string& reason) {
+    throw Failure(ExitStatus::Image, output + ": cannot be written: " + reason);
+  };
+  try {
+    PendingFile pending(pathOf(output));
+    std::ofstream file(pending.path(), std::ios::binary);
+    file << text;
+    file.close();
+    if (!file) fail("is its folder there, and has it room?");
+    pending.commit();
+  } catch (const std::filesystem::filesystem_error& error) {
+    fail(error.code().message());
   }
-  using Json = nlohmann::ordered_json;
-  writeOut(inspectionJson(program).dump(2, ' ', false, Json::error_handler_t::replace) + "\n");
+}
+
+void inspect(const InspectOptions& options) {
+  if (!options.output.empty() && options.graph.empty()) {
+    throw Failure(ExitStatus::Usage, "-o: only a drawing goes to a file; ask for it with --graph");
+  }
+  const Program program = readProgram(pathOf(options.file));
+  if (!options.graph.empty()) {
+    const std::string text = graphvizText(program);
+    writeDrawing(options.graph == "svg" ? drawSvg(text) : text, options.output);
+  } else if (options.json) {
+    using Json = nlohmann::ordered_json;
+    writeOut(inspectionJson(program).dump(2, ' ', false, Json::error_handler_t::replace) + "\n");
+  } else {
+    writeOut(inspectionText(program));
+  }
 }
 
 }  // namespace
@@ -29,7 +57,14 @@ void addInspectCommand(CLI::App& app) {
       "inspect", "Show what a program file holds: metadata, inputs, parameters and their controls");
   const auto options = std::make_shared<InspectOptions>();
   command->add_option("FILE", options->file, "kernel (.pbk) or graph (.pbg)")->required();
-  command->add_flag("--json", options->json, "print one JSON object");
+  CLI::Option* const json = command->add_flag("--json", options->json, "print one JSON object");
+  command
+      ->add_option("--graph", options->graph,
+                   "draw the program: svg, by Graphviz, or dot, the text that Graphviz draws from")
+      ->check(CLI::IsMember({"svg", "dot"}))
+      ->excludes(json);
+  command->add_option("-o,--output", options->output,
+                      "file for the drawing (default: standard output)");
   command->callback([options] { inspect(*options); });
 }
 

@@ -7,30 +7,10 @@
 
 #include "cli/failure.h"
 #include "cli/picture_drawing.h"
+#include "cli/utf8_text.h"
 
 namespace vellumtide::cli {
 namespace {
-
-constexpr char32_t kReplacement = 0xFFFD;
-
-// Takes one character off the text; bytes that are no UTF-8 become U+FFFD one by one.
-char32_t takeCharacter(std::string_view& text) {
-  const auto byte = [&](std::size_t i) { return static_cast<unsigned char>(text[i]); };
-  const unsigned lead = byte(0);
-  const std::size_t length = lead < 0x80   ? 1
-                             : lead < 0xC2 ? 0
-                             : lead < 0xE0 ? 2
-                             : lead < 0xF0 ? 3
-                                           : 4;
-  char32_t character = length == 1 ? lead : lead & (0x7Fu >> length);
-  bool valid = length > 0 && lead < 0xF5 && length <= text.size();
-  for (std::size_t i = 1; valid && i < length; ++i) {
-    valid = (byte(i) & 0xC0) == 0x80;
-    character = character << 6 | (byte(i) & 0x3F);
-  }
-  text.remove_prefix(valid ? length : 1);
-  return valid ? character : kReplacement;
-}
 
 struct Close {
   void operator()(FT_Library library) const { FT_Done_FreeType(library); }

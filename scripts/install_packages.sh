@@ -15,7 +15,7 @@ build="g++ cmake ninja-build ccache pkg-config
 # benchmarks, the fuzzers and the checks of style need beside that.
 test="libgtest-dev libgmock-dev libbenchmark-dev
   clang clang-format clang-tidy libclang-rt-14-dev
-  python3 bash bash-completion zsh fish groff-base mandoc
+  python3 graphviz bash bash-completion zsh fish groff-base mandoc
   python3-yaml munge slurmctld slurmd slurm-client"
 
 # The cross-compiler, the sources that dependencies of the Windows module are built from, and a
