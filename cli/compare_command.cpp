@@ -64,7 +64,7 @@ double parseGain(const std::string& text) {
 class Comparer {
  public:
   explicit Comparer(const CompareOptions& options)
-      : options_(options), allow_(options.allow), gain_(parseGain(options.amplify)) {
+      : allow_(options.allow), gain_(parseGain(options.amplify)) {
     difference_ = options.difference;
     difference_.tolerance = parseTolerance(options.tolerance);
   }
@@ -99,7 +99,6 @@ class Comparer {
                    a.pixelAspect, opaque);
   }
 
-  const CompareOptions& options_;
   Allowance allow_;
   double gain_;
   DifferenceOptions difference_;
