@@ -20,30 +20,19 @@ cmake --build --preset release --target vellumtide Vellumtide
 
 vellumtide=build/bin/vellumtide
 out=out
-font=/usr/share/fonts/truetype/dejavu/DejaVuSans.ttf
 work=$out/.work
 rm -rf "$work"
 mkdir -p "$work"
-count=0
+pictures=""  # of the contact sheet, in their order
 
-# render EXAMPLE [OPTION]...: renders examples/EXAMPLE to out/ and adds it to the contact sheet.
+# render EXAMPLE [OPTION]...: renders examples/EXAMPLE to out/.
 render() {
   example=$1
   shift
-  name=$(basename "${example%.*}")
+  file=$out/$(basename "${example%.*}").png
   echo "  $example"
-  "$vellumtide" render "examples/$example" "$@" -o "$out/$name.png"
-  count=$((count + 1))
-  tile "$out/$name.png" "$(basename "$example")" "$work/$(printf %02d $count).tif"
-}
-
-# tile PICTURE LABEL FILE: a small picture over a checkered ground, with its name below.
-tile() {
-  oiiotool \
-    "$1" --resize 320x180 \
-    --pattern checker:width=10:color1=0.55,0.55,0.55,1:color2=0.7,0.7,0.7,1 320x180 4 --over \
-    --ch R,G,B --pattern constant:color=0.09,0.1,0.12 336x214 3 --paste +8+8 \
-    --text:x=10:y=206:size=14:color=0.82,0.84,0.88:font="$font" "$2" -d uint8 -o "$3"
+  "$vellumtide" render "examples/$example" "$@" -o "$file"
+  pictures="$pictures $file"
 }
 
 echo "Rendering into $here/$out"
@@ -78,9 +67,7 @@ render graphs/old_print.pbg -i "$picture"
 render graphs/star_glow.pbg -i "$picture"
 render graphs/double_exposure.pbg -i "$picture" -i "$chart"
 
-rows=$(((count + 3) / 4))
-oiiotool "$work"/[0-9]*.tif --mosaic:pad=0 4x$rows \
-  --pattern constant:color=0.09,0.1,0.12 1352x$((214 * rows + 8)) 3 --paste +4+4 \
-  -d uint8 --attrib png:compressionLevel 9 -o "$out/contact-sheet.png"
+# shellcheck disable=SC2086  # one word for each picture
+"$vellumtide" sheet $pictures --title "" --columns 4 -o "$out/contact-sheet.png"
 rm -rf "$work"
-echo "$count pictures and contact-sheet.png are in $here/$out"
+echo "The pictures and contact-sheet.png are in $here/$out"
