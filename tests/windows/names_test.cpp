@@ -88,7 +88,7 @@ TEST(WindowsNames, CommandLineReadsAndWritesThem) {
     cli::runRenderJob(job);
     ADD_FAILURE() << "an input that is missing";
   } catch (const cli::Failure& failure) {
-    EXPECT_EQ(failure.status, cli::ExitStatus::Failed) << failure.what();
+    EXPECT_EQ(failure.status, cli::ExitStatus::Image) << failure.what();
   }
 }
 
