@@ -64,11 +64,11 @@ dpkg-deb -x build/packages/*.deb "$root"
 apt-get -s install ./build/packages/*.deb >/dev/null || fail "the package cannot be installed here"
 program=$root/usr/bin/vellumtide
 try "$root/usr/share/vellumtide/examples" "$work/linux.png" env -u VELLUMTIDE_MODULE "$program"
-commands=$("$program" --help | sed -n '/^Subcommands/,/^$/s/^  \([a-z]*\) .*/\1/p')
-[ -n "$commands" ] || fail "$program --help lists no commands"
-for command in $commands; do
-  gzip -dc "$root/usr/share/man/man1/vellumtide.1.gz" | grep -q "^\.B vellumtide $command" ||
-    fail "the manual page leaves the command $command out"
+tests/shells/try_manual.sh "$root/usr/share/man/man1/vellumtide.1.gz" "$program"
+for file in bash-completion/completions/vellumtide zsh/vendor-completions/_vellumtide \
+  fish/vendor_completions.d/vellumtide.fish doc/vellumtide/README.md \
+  doc/vellumtide/docs/kernel-authors.md; do
+  [ -s "$root/usr/share/$file" ] || fail "the Debian package lacks $file"
 done
 echo "The Debian package works."
 

@@ -2,14 +2,18 @@
 # The manual page is free of warnings and names every option that a command's --help names.
 #   try_manual.sh PAGE PROGRAM
 set -eu
-page=$1
 program=$2
+shown=$(mktemp)
+page=$(mktemp)
+trap 'rm -f "$shown" "$page"' EXIT
+case $1 in
+  *.gz) gzip -dc "$1" >"$page" ;;
+  *) cat "$1" >"$page" ;;
+esac
 
 complaints=$(groff -ww -man -Tutf8 -z "$page" 2>&1; mandoc -T lint -W warning "$page" || true)
 [ -z "$complaints" ] || { echo "$complaints" >&2; exit 1; }
 
-shown=$(mktemp)
-trap 'rm -f "$shown"' EXIT
 mandoc -T ascii "$page" | sed 's/.\x08//g' >"$shown"
 commands=$("$program" --help | sed -n '/^Commands:/,/^$/s/^  \([a-z]*\) .*/\1/p' | grep -v project)
 [ -n "$commands" ]
