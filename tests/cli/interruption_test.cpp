@@ -74,11 +74,12 @@ TEST_F(Interrupted, SignalsEndTheJobSoonCleanlyAndSayHowToGoOn) {
   }
 }
 
-// A frame that takes longer than anybody waits for.
+// A frame that takes longer than anybody waits for. Software rasterisers end a loop after 65,536
+// turns, so it is a large one too.
 TEST_F(Interrupted, ADriverThatDoesNotLetGoIsLeft) {
   writeText("slow.pbk", kernelText("float4 sum = float4(0.0); for (int i = 0; i < 2000000; ++i) "
                                    "sum += sample(src, outCoord() + float(i)); dst = sum;"));
-  const pid_t job = start("slow.pbk -i in.png -o slow.%d.png --frames 1-3");
+  const pid_t job = start("slow.pbk --size 1920x1440 -o slow.%d.png --frames 1-3");
   std::this_thread::sleep_for(std::chrono::milliseconds(1500));
   const Clock::time_point sent = Clock::now();
   kill(job, SIGTERM);
