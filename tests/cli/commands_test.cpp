@@ -172,5 +172,22 @@ TEST_F(Commands, RefusalsHaveTheirStatusAndSayWhere) {
   }
 }
 
+TEST_F(Commands, ColourIsForTerminalsOfThoseWhoWantIt) {
+  const struct {
+    const char* environment;
+    bool colored;
+  } kCases[] = {{"TERM=xterm NO_COLOR=", true},
+                {"TERM=xterm NO_COLOR=1", false},
+                {"TERM=dumb NO_COLOR=", false}};
+  for (const auto& [environment, colored] : kCases) {
+    const Outcome shown = run("--version | env " + std::string(environment) + " script -qec '" +
+                              VELLUMTIDE_EXECUTABLE + " paint' /dev/null");
+    EXPECT_EQ(shown.status, 2) << environment;
+    EXPECT_NE(shown.out.find("there is no command paint"), std::string::npos) << shown.out;
+    EXPECT_EQ(shown.out.find('\033') != std::string::npos, colored) << environment;
+  }
+  EXPECT_EQ(run("paint", "TERM=xterm NO_COLOR=").error.find('\033'), std::string::npos);
+}
+
 }  // namespace
 }  // namespace vellumtide::cli
