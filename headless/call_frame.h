@@ -4,6 +4,7 @@
 
 #include <exception>
 #include <map>
+#include <new>
 #include <string>
 #include <utility>
 
@@ -57,6 +58,19 @@ void forgetLastHost(const Host& host);
 
 constexpr PF_Err kRefused = PF_Err_OUT_OF_MEMORY;
 
+// Runs the body of a call and lets no exception out. Lack of memory is an answer, not a fault.
+template <typename Body>
+PF_Err guarded(CallFrame& frame, const char* name, Body&& body) {
+  try {
+    return body(frame);
+  } catch (const std::bad_alloc&) {
+    return PF_Err_OUT_OF_MEMORY;
+  } catch (const std::exception& error) {
+    frame.books().fault(std::string(name) + " failed in the host: " + error.what());
+    return PF_Err_OUT_OF_MEMORY;
+  }
+}
+
 // Serves one call of a module: counts it at the gate, runs `body` with the current frame and lets
 // no exception out.
 template <typename Body>
@@ -67,12 +81,7 @@ PF_Err serve(CallKind kind, const char* name, Body&& body) {
     return PF_Err_INVALID_CALLBACK;
   }
   if (!frame->host().gate().pass(kind, name)) return kRefused;
-  try {
-    return body(*frame);
-  } catch (const std::exception& error) {
-    frame->books().fault(std::string(name) + " failed in the host: " + error.what());
-    return PF_Err_OUT_OF_MEMORY;
-  }
+  return guarded(*frame, name, body);
 }
 
 // The same for calls that give something back: a refused one does its work and answers the error.
@@ -84,7 +93,7 @@ PF_Err serveGiveBack(CallKind kind, const char* name, Body&& body) {
     return PF_Err_INVALID_CALLBACK;
   }
   const bool passed = frame->host().gate().pass(kind, name);
-  const PF_Err error = body(*frame);
+  const PF_Err error = guarded(*frame, name, body);
   return passed ? error : kRefused;
 }
 
