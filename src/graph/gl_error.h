@@ -8,7 +8,7 @@ namespace vellumtide {
 // 0 when there is none.
 unsigned sendGLError();
 
-// What an error code means; a code that GLU does not know too.
+// What an error code means.
 std::string glErrorText(unsigned code);
 
 // Reads all pending GL errors; whether there were any.
