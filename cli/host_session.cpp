@@ -82,10 +82,13 @@ void HostSession::requireUsable(headless::Effect& effect, const std::string& pro
 
 std::shared_ptr<headless::World> HostSession::render(headless::Effect& effect,
                                                      const headless::RenderOptions& options) {
+  host_->infoPanel().clear();
   const headless::RenderResult result = host_->render(effect, options);
   if (result.error != PF_Err_NONE) {
-    throw Failure(ExitStatus::Failed,
-                  "the module answers the frame with error " + std::to_string(result.error));
+    std::string message = "the module answers the frame with error " + std::to_string(result.error);
+    for (const std::string& line : infoLines())
+      message += "\n  " + line;
+    throw Failure(ExitStatus::Failed, message);
   }
   if (!result.output || result.output->width() == 0 || result.output->height() == 0) {
     throw Failure(ExitStatus::Failed, "the module gives no pixels for the frame");

@@ -5,6 +5,7 @@
 #include <deque>
 #include <exception>
 #include <map>
+#include <new>
 #include <string>
 #include <utility>
 
@@ -64,6 +65,19 @@ void forgetLastHost(const Host& host);
 
 constexpr PF_Err kRefused = PF_Err_OUT_OF_MEMORY;
 
+// Runs the body of a call and lets no exception out. Lack of memory is an answer, not a fault.
+template <typename Body>
+PF_Err guarded(CallFrame& frame, const char* name, Body&& body) {
+  try {
+    return body(frame);
+  } catch (const std::bad_alloc&) {
+    return PF_Err_OUT_OF_MEMORY;
+  } catch (const std::exception& error) {
+    frame.books().fault(std::string(name) + " failed in the host: " + error.what());
+    return PF_Err_OUT_OF_MEMORY;
+  }
+}
+
 // Serves one call of a module: counts it at the gate, runs `body` with the current frame and lets
 // no exception out.
 template <typename Body>
@@ -73,12 +87,9 @@ PF_Err serve(CallKind kind, const char* name, Body&& body) {
     reportStrayCall(name);
     return PF_Err_INVALID_CALLBACK;
   }
-  try {
-    return frame->host().gate().pass(kind, name) ? body(*frame) : kRefused;
-  } catch (const std::exception& error) {
-    frame->books().fault(std::string(name) + " failed in the host: " + error.what());
-    return PF_Err_OUT_OF_MEMORY;
-  }
+  return guarded(*frame, name, [&](CallFrame& current) {
+    return current.host().gate().pass(kind, name) ? body(current) : kRefused;
+  });
 }
 
 // The same for calls that give something back: a refused one does its work and answers the error.
@@ -94,7 +105,7 @@ PF_Err serveGiveBack(CallKind kind, const char* name, Body&& body) {
     passed = true;
     return PF_Err{PF_Err_NONE};
   });
-  const PF_Err error = body(*frame);
+  const PF_Err error = guarded(*frame, name, body);
   return passed ? error : kRefused;
 }
 

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <string_view>
+#include <thread>
 
 #include "gl/window_device_names.h"
 
@@ -43,8 +44,18 @@ DeviceName deviceWindowTitle() {
   return cutName("OpenGL_AE_", suffix.data());
 }
 
-ScopedCurrentContext::ScopedCurrentContext(const WindowDevice& device)
-    : saved_(saveCurrentContext()), current_(makeDeviceCurrent(device)) {}
+ScopedCurrentContext::ScopedCurrentContext(const WindowDevice& device,
+                                           std::chrono::milliseconds patience)
+    : saved_(saveCurrentContext()), current_(makeDeviceCurrent(device)) {
+  using Clock = std::chrono::steady_clock;
+  if (current_ || !device.renderContext) return;
+  constexpr std::chrono::milliseconds kPause{10};
+  const auto end = Clock::now() + patience;
+  while (!current_ && Clock::now() < end) {
+    std::this_thread::sleep_for(kPause);
+    current_ = makeDeviceCurrent(device);
+  }
+}
 
 ScopedCurrentContext::~ScopedCurrentContext() {
   restoreCurrentContext(saved_);

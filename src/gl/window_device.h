@@ -3,6 +3,8 @@
 // The private OpenGL device: a hidden window (on Linux an offscreen EGL surface) with its own
 // context, and the bracket that makes it current and gives the host its own context back.
 
+#include <chrono>
+
 namespace vellumtide {
 
 // The device's three handles; all null until creation has succeeded.
@@ -45,10 +47,12 @@ bool makeDeviceCurrent(const WindowDevice& device);
 void restoreCurrentContext(const SavedCurrentContext& saved);
 
 // Makes the device current for a scope; what was current before is current again afterwards, also
-// when the scope is left by an exception. Scopes may nest.
+// when the scope is left by an exception. Scopes may nest. A device that the driver refuses, for
+// instance because another thread has it, is asked for again until the patience is over.
 class ScopedCurrentContext {
  public:
-  explicit ScopedCurrentContext(const WindowDevice& device);
+  explicit ScopedCurrentContext(const WindowDevice& device,
+                                std::chrono::milliseconds patience = {});
   ~ScopedCurrentContext();
   ScopedCurrentContext(const ScopedCurrentContext&) = delete;
   ScopedCurrentContext& operator=(const ScopedCurrentContext&) = delete;

@@ -1,8 +1,7 @@
 #include "graph/image_node.h"
 
-#include <algorithm>
-
 #include "gl/pixel_transfer.h"
+#include "graph/buffer_transfer.h"
 #include "graph/pixel_format.h"
 
 namespace vellumtide {
@@ -10,28 +9,6 @@ namespace {
 
 GLenum readFormatOf(std::int32_t channels) {
   return channels == 4 ? GL_ABGR_EXT : transferFormatOf(channels);
-}
-
-// Only the far edge is clipped; what remains of `size` pixels placed at `offset`.
-std::int64_t clippedSize(std::uint32_t size, std::int32_t offset, std::uint32_t renderSize) {
-  const std::int64_t start = std::max(offset, 0);
-  return size + start >= renderSize ? renderSize - start : size;
-}
-
-bool coversAll(const ImageDesc& input, const ImageDesc& output) {
-  return input.pixels && input.x == 0 && input.y == 0 && input.width >= output.width &&
-         input.height >= output.height;
-}
-
-void uploadPixels(const ImageDesc& input, const ImageDesc& output, GLenum type) {
-  const GLenum format = transferFormatOf(input.channels);
-  glPixelStorei(GL_UNPACK_ROW_LENGTH, input.rowLength);
-  if (format != GL_RGBA) glPixelStorei(GL_UNPACK_ALIGNMENT, 1);
-  const std::int64_t width = clippedSize(input.width, input.x, output.width);
-  const std::int64_t height = clippedSize(input.height, input.y, output.height);
-  if (width <= 0 || height <= 0 || !input.pixels) return;
-  glTexSubImage2D(GL_TEXTURE_2D, 0, input.x, input.y, static_cast<GLsizei>(width),
-                  static_cast<GLsizei>(height), format, type, input.pixels);
 }
 
 }  // namespace
@@ -47,24 +24,23 @@ void ImageNode::evaluate(const RenderContext& context) {
   image.specify(format.internalFormat, context.output.width, context.output.height,
                 input.channels == 0 ? GL_RGBA : transferFormatOf(input.channels), format.type);
   // Pixels that cover the whole texture leave nothing of a clear to be seen.
-  if (!coversAll(input, context.output)) {
+  if (!coversImage(input, image.size())) {
     image.clearToTransparent();
     image.bindTexture();
   }
   const ScopedChannelScale scale(input.depth == 2 ? 2.0f : 1.0f);
-  uploadPixels(input, context.output, format.type);
+  uploadBuffer(input, image.size());
   evaluated = true;
 }
 
+// What glGetTexImage gives, kept to the buffer: as there, no pixel is scaled on its way.
 void ImageNode::readback(const RenderContext& context) {
-  const ImageDesc& output = context.output;
-  const GLenum type = pixelFormatOf(output.depth).type;
-  const GLenum format = readFormatOf(output.channels);
-  image.bindTexture();
-  glPixelStorei(GL_PACK_ROW_LENGTH, output.rowLength);
-  const bool isHost16Bit = type == GL_UNSIGNED_SHORT && format == GL_ABGR_EXT;
-  const ScopedChannelScale scale(isHost16Bit ? 0.5f : 1.0f);
-  glGetTexImage(GL_TEXTURE_2D, 0, format, type, output.pixels);
+  ImageDesc output = context.output;
+  if (ImageSize{output.width, output.height} == image.size()) output.x = output.y = 0;
+  image.bindForDrawing();
+  glReadBuffer(GL_COLOR_ATTACHMENT0_EXT);
+  readBuffer(output, readFormatOf(output.channels), image.size());
+  image.unbind();
 }
 
 void ImageNode::reset() {

@@ -11,7 +11,8 @@ class ImageNode : public NodeBase {
   ImageNode(pbGraph* graph, std::string_view inputName) : NodeBase(graph, inputName) {}
 
   NodeKind kind() const override { return NodeKind::Image; }
-  // Reads the whole texture; the position and size of context.output are not used.
+  // Reads the whole texture into a buffer of its size, whose position is not used then; into any
+  // other buffer what lies at its position.
   void readback(const RenderContext& context) override;
   void evaluate(const RenderContext& context) override;
   void reset() override;

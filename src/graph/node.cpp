@@ -4,6 +4,7 @@
 
 #include "gl/pixel_transfer.h"
 #include "glsl/shader_text.h"
+#include "graph/buffer_transfer.h"
 #include "graph/gl_error.h"
 #include "graph/node_shaders.h"
 #include "graph/parameter_uniform.h"
@@ -77,14 +78,22 @@ void Node::evaluate(const RenderContext& context) {
     if (slot.source) slot.source->evaluate(context);
   }
   impl->image.bindForDrawing();
-  glUseProgram(impl->program->id());
-  setStandardUniforms(context);
-  setParameterUniforms();
-  bindInputs(context);
+  prepareProgram(context);
   draw(context.output);
   glUseProgram(0);
   impl->image.unbind();
   evaluated = true;
+}
+
+// What a program does not take, for instance a value of another type, is not an error of the frame.
+// Every frame makes the same calls, so one without errors need not be asked again.
+void Node::prepareProgram(const RenderContext& context) {
+  if (programMayRefuse) owner->noteGLError();
+  glUseProgram(impl->program->id());
+  setStandardUniforms(context);
+  setParameterUniforms();
+  bindInputs(context);
+  if (programMayRefuse) programMayRefuse = discardGLErrors();
 }
 
 void Node::setStandardUniforms(const RenderContext& context) {
@@ -147,22 +156,11 @@ void Node::draw(const ImageDesc& output) {
 void Node::readback(const RenderContext& context) {
   if (!evaluated) return;
   const ImageDesc& output = context.output;
-  const GLenum format = transferFormatOf(output.channels);
   impl->image.bindForDrawing();
   glReadBuffer(GL_COLOR_ATTACHMENT0_EXT);
-  glUseProgram(impl->program->id());
-  glPixelStorei(GL_PACK_ROW_LENGTH, output.rowLength);
-  if (format != GL_RGBA) glPixelStorei(GL_PACK_ALIGNMENT, 1);
-  {
-    const ScopedChannelScale scale(output.depth == 2 ? 0.5f : 1.0f);
-    glReadPixels(output.x, output.y, static_cast<GLsizei>(output.width),
-                 static_cast<GLsizei>(output.height), format, pixelFormatOf(output.depth).type,
-                 output.pixels);
-  }
-  glUseProgram(0);
+  const ScopedChannelScale scale(output.depth == 2 ? 0.5f : 1.0f);
+  readBuffer(output, transferFormatOf(output.channels), impl->image.size());
   impl->image.unbind();
-  // Errors that a program's parameters may have caused are of no use to the next frame.
-  sendGLError();
 }
 
 void Node::reset() {

@@ -45,6 +45,7 @@ class Node : public NodeBase {
  private:
   void useKernel(const pbKernelInfo& kernel);
   GLint filterFor(const RenderContext& context) const;
+  void prepareProgram(const RenderContext& context);
   void setStandardUniforms(const RenderContext& context);
   void setParameterUniforms();
   void bindInputs(const RenderContext& context);
@@ -52,6 +53,7 @@ class Node : public NodeBase {
 
   std::unique_ptr<NodeImpl> impl;
   Sampling sampling = Sampling::Anywhere;
+  bool programMayRefuse = true;  // GL may answer with errors when the program gets its values
 };
 
 }  // namespace vellumtide

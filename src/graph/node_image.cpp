@@ -17,6 +17,7 @@ NodeImage::NodeImage() {
 void NodeImage::specify(GLenum internalFormat, std::uint32_t width, std::uint32_t height,
                         GLenum format, GLenum type) {
   texture_.specify(internalFormat, width, height, format, type);
+  size_ = {width, height};
   shrunk_ = false;
 }
 

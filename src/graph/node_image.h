@@ -5,6 +5,7 @@
 
 #include "gl/kgl_frame_buffer.h"
 #include "gl/kgl_texture_buffer.h"
+#include "graph/buffer_transfer.h"
 
 namespace vellumtide {
 
@@ -31,10 +32,13 @@ class NodeImage {
   void bindTexture() const { texture_.bind(); }
   void bindToSampler(GLuint program, const char* uniformName, GLint unit) const;
   GLuint textureName() const { return texture_.getId(); }
+  // As last specified, in pixels.
+  const ImageSize& size() const { return size_; }
 
  private:
   kglTextureBuffer texture_;
   kglFrameBuffer framebuffer_;
+  ImageSize size_;
   GLint filter_ = GL_LINEAR;
   bool shrunk_ = false;
 };

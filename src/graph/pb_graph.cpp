@@ -6,6 +6,7 @@
 #include "core/message_channels.h"
 #include "gl/gl_loader.h"
 #include "graph/evaluation_order.h"
+#include "graph/gl_error.h"
 #include "graph/node.h"
 
 namespace vellumtide {
@@ -142,6 +143,9 @@ bool pbGraph::isUsable() const {
 }
 
 void pbGraph::evaluate(const RenderContext& context) {
+  // What building or an earlier frame has left does not count.
+  discardGLErrors();
+  glError_ = 0;
   // Each node finds its sources evaluated, so the stack stays flat however deep the graph is.
   for (NodeBase* node : evaluationOrder(*outputNode()).nodes)
     node->evaluate(context);
@@ -150,6 +154,15 @@ void pbGraph::evaluate(const RenderContext& context) {
 void pbGraph::reset() {
   for (const auto& node : nodes)
     node->reset();
+}
+
+unsigned pbGraph::glError() {
+  noteGLError();
+  return glError_;
+}
+
+void pbGraph::noteGLError() {
+  if (glError_ == 0) glError_ = sendGLError();
 }
 
 int pbGraph::inputCount() const {

@@ -31,6 +31,12 @@ class pbGraph : public aeBase {
   void evaluate(const RenderContext& context);
   void reset();
 
+  // The first GL error since evaluate began, 0 when there was none. Errors that a program answers
+  // to its values with do not count.
+  unsigned glError();
+  // Keeps a pending GL error for glError.
+  void noteGLError();
+
   int inputCount() const;                                    // image nodes
   ImageNode* input(int n) const;                             // the n-th image node, or null
   std::size_t indexOfNode(std::string_view nodeName) const;  // node count when there is none
@@ -55,6 +61,7 @@ class pbGraph : public aeBase {
   void fillUnconnectedInputs();
 
   std::unique_ptr<NodeImage> blank_;
+  unsigned glError_ = 0;
 };
 
 }  // namespace vellumtide

@@ -18,6 +18,8 @@ struct ImageDesc {
   std::uint32_t height = 0;
   std::int32_t rowLength = 0;  // pixels from row to row
   void* pixels = nullptr;      // null: no buffer
+  // Bytes from row to row, where they are not rowLength pixels; negative for rows that lie upwards.
+  std::int32_t rowBytes = 0;
 };
 
 struct RenderContext {

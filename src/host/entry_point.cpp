@@ -1,6 +1,8 @@
 // The module's one exported function.
 #include "aeapi/entry_point.h"
 
+#include <new>
+
 #include "core/command_scope.h"
 #include "host/dialog_commands.h"
 #include "host/global_data.h"
@@ -65,6 +67,8 @@ extern "C" VELLUMTIDE_EXPORT PF_Err EntryPointFunc(PF_Cmd command, PF_InData* in
     return dispatch(command, in_data, out_data, params, extra);
   } catch (PF_Err& error) {
     return error;
+  } catch (const std::bad_alloc&) {
+    return PF_Err_OUT_OF_MEMORY;
   }
 }
 

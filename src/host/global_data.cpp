@@ -43,6 +43,14 @@ void visitRootFolder(PF_InData* in_data) {
 
 }  // namespace
 
+void OwnedDevice::make() {
+  const SavedCurrentContext saved = saveCurrentContext();
+  if (window) destroyWindowDevice(window, deviceContext, renderContext);
+  window = deviceContext = renderContext = nullptr;
+  createWindowDevice(window, deviceContext, renderContext);
+  restoreCurrentContext(saved);
+}
+
 GlobalData::GlobalData(PF_InData* in_data) {
   visitRootFolder(in_data);
   registerWithHost(in_data);
@@ -69,7 +77,16 @@ void GlobalData::registerWithHost(PF_InData* in_data) {
 
 void GlobalData::initialiseDriver() {
   const ScopedCurrentContext bracket(device);
-  const char* failure = bracket.isCurrent() ? initialiseGL() : "No current OpenGL context";
+  if (bracket.isCurrent()) {
+    loadEntryPoints();
+  } else {
+    _printf("Error: No current OpenGL context\n");
+  }
+}
+
+void GlobalData::loadEntryPoints() {
+  const char* failure = initialiseGL();
+  entryPointsLoaded_ = !failure;
   if (failure) {
     _printf("Error: %s\n", failure);
   } else {
@@ -79,10 +96,19 @@ void GlobalData::initialiseDriver() {
 
 void GlobalData::readDriverStrings() {
   const ScopedCurrentContext bracket(device);
-  if (!bracket.isCurrent()) return;
+  if (bracket.isCurrent()) readDriver();
+}
+
+void GlobalData::readDriver() {
   glVendor = driverString(GL_VENDOR);
   glVersion = driverString(GL_VERSION);
   glslVersion = driverString(GL_SHADING_LANGUAGE_VERSION);
+  drawLimits = readDrawLimits();
+}
+
+void GlobalData::prepareDriver() {
+  if (!entryPointsLoaded_) loadEntryPoints();
+  if (!glVersion) readDriver();
 }
 
 pbGraph* GlobalData::usableProgram(const std::string& path) const {

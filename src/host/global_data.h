@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "core/ae_base.h"
+#include "gl/draw_limits.h"
 #include "gl/window_device.h"
 #include "host/program_cache.h"
 
@@ -14,14 +15,13 @@ namespace vellumtide {
 
 // A window device that goes away with its owner. Making one leaves the host's context current.
 struct OwnedDevice : WindowDevice {
-  OwnedDevice() {
-    const SavedCurrentContext saved = saveCurrentContext();
-    createWindowDevice(window, deviceContext, renderContext);
-    restoreCurrentContext(saved);
-  }
+  OwnedDevice() { make(); }
   ~OwnedDevice() { destroyWindowDevice(window, deviceContext, renderContext); }
   OwnedDevice(const OwnedDevice&) = delete;
   OwnedDevice& operator=(const OwnedDevice&) = delete;
+
+  // Tries again where there is no context yet.
+  void make();
 };
 
 class GlobalData : public aeBase {
@@ -42,12 +42,18 @@ class GlobalData : public aeBase {
   const char* glVendor = nullptr;
   const char* glVersion = nullptr;
   const char* glslVersion = nullptr;
+  DrawLimits drawLimits;
   std::string errorLog;
   std::vector<PF_Handle> liveSequences;  // in no particular order
   std::uint64_t sequencesMade = 0;
-  bool splashWritten = false;  // the about box has written its image once
+  // Programs that were not built because the device could not be used.
+  std::vector<std::string> unbuiltPrograms;
+  bool deviceFailureLogged = false;  // until the device can be used again
+  bool splashWritten = false;        // the about box has written its image once
 
   void readDriverStrings();
+  // With the device current: what start-up could not ask the driver for.
+  void prepareDriver();
 
   // The cached program of a path, when it can be drawn; else null.
   pbGraph* usableProgram(const std::string& path) const;
@@ -55,6 +61,10 @@ class GlobalData : public aeBase {
  private:
   void registerWithHost(PF_InData* in_data);
   void initialiseDriver();
+  void loadEntryPoints();
+  void readDriver();
+
+  bool entryPointsLoaded_ = false;
 };
 
 PF_Err globalSetup(PF_InData* in_data, PF_OutData* out_data);

@@ -11,9 +11,10 @@ pbGraph* ProgramCache::findProgram(std::string_view path) const {
   return nullptr;
 }
 
-bool ProgramCache::addProgram(std::string_view path, std::unique_ptr<pbGraph> program) {
+bool ProgramCache::addProgram(std::string_view path, std::unique_ptr<pbGraph>&& program) {
   if (!program || findProgram(path)) return false;
-  entries_.push_back({std::string(path), std::move(program)});
+  entries_.push_back({std::string(path), nullptr});
+  entries_.back().program = std::move(program);
   return true;
 }
 

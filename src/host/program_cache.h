@@ -17,8 +17,9 @@ class ProgramCache {
   // Null when there is none.
   pbGraph* findProgram(std::string_view path) const;
 
-  // False, with nothing changed, for a null program and for a path that is there already.
-  bool addProgram(std::string_view path, std::unique_ptr<pbGraph> program);
+  // False, with nothing changed, for a null program and for a path that is there already; the
+  // program stays the caller's then.
+  bool addProgram(std::string_view path, std::unique_ptr<pbGraph>&& program);
 
   std::size_t size() const { return entries_.size(); }
 

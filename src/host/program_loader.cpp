@@ -1,11 +1,14 @@
 #include "host/program_loader.h"
 
+#include <algorithm>
 #include <memory>
 #include <optional>
 #include <utility>
 
+#include "core/message_channels.h"
 #include "glsl/channel_order.h"
 #include "graph/graph_reader.h"
+#include "host/current_device.h"
 #include "host/program_description.h"
 #include "kernel/pbk_parser.h"
 #include "params/host_slots.h"
@@ -33,24 +36,41 @@ std::optional<std::string> readWhole(const std::string& path) {
   return file.readAll();
 }
 
-// Built with the device current; a program that cannot be drawn goes again at once.
-template <class Info>
-std::unique_ptr<pbGraph> buildUsable(const GlobalData& globalData, const Info& info) {
-  const ScopedCurrentContext bracket(globalData.device);
-  std::unique_ptr<pbGraph> program(newOrThrow<pbGraph>(info, kHostChannelOrder));
-  if (!program->isUsable()) program.reset();
-  return program;
+// A text that says nothing leaves the description empty.
+void describe(const std::string& text, pbGraphInfo& info) {
+  readGraphText(text.c_str(), info);
 }
-
-std::unique_ptr<pbGraph> buildGraph(const GlobalData& globalData, const std::string& text) {
-  pbGraphInfo info;
-  return readGraphText(text.c_str(), info) == 0 ? buildUsable(globalData, info) : nullptr;
-}
-
-std::unique_ptr<pbGraph> buildKernel(const GlobalData& globalData, const std::string& text) {
-  pbKernelInfo info;
+void describe(const std::string& text, pbKernelInfo& info) {
   PBKParser(text).parse(info);
-  return buildUsable(globalData, info);
+}
+
+void noteUnbuilt(GlobalData& globalData, const std::string& path, const char* failure) {
+  globalData.unbuiltPrograms.push_back(path);
+  const std::string text = std::string("Not loaded, because ") + failure + ":\n" + path + "\n";
+  sendMessage(Channel::Debug, text);
+  if (!std::exchange(globalData.deviceFailureLogged, true)) sendMessage(Channel::ErrorLog, text);
+}
+
+enum class BuildResult { Added, KnownMeanwhile, Unusable };
+
+// Builds a program and gives it to the cache. One that the cache does not take goes again while the
+// device is still current.
+template <class Info>
+BuildResult build(GlobalData& globalData, const std::string& path, const std::string& text) {
+  Info info;
+  describe(text, info);
+  const CurrentDevice device(globalData);
+  if (device.failure()) {
+    noteUnbuilt(globalData, path, device.failure());
+    return BuildResult::Unusable;
+  }
+  globalData.deviceFailureLogged = false;
+  std::unique_ptr<pbGraph> program(newOrThrow<pbGraph>(info, kHostChannelOrder));
+  if (!program->isUsable()) return BuildResult::Unusable;
+  assignHostSlots(*program);
+  // The host, told of something in the program, may have called again for the same file.
+  return globalData.programCache.addProgram(path, std::move(program)) ? BuildResult::Added
+                                                                      : BuildResult::KnownMeanwhile;
 }
 
 }  // namespace
@@ -65,29 +85,34 @@ bool loadProgram(GlobalData& globalData, PF_InData* inData, const std::string& p
     return false;
   }
   const bool isGraph = kind == ProgramKind::Graph;
-  if (const pbGraph* known = globalData.programCache.findProgram(path)) {
+  const auto showKnown = [&](const pbGraph& known) {
     show(isGraph ? "Graph has been loaded from memory" : "Kernel has been loaded from memory",
-         known->name);
+         known.name);
     return true;
-  }
+  };
+  if (const pbGraph* known = globalData.programCache.findProgram(path)) return showKnown(*known);
 
+  std::erase(globalData.unbuiltPrograms, path);
   const std::optional<std::string> text = readWhole(path);
   if (!text) {
     // A graph that cannot be opened is passed over in silence.
     if (!isGraph) show("Kernel file could not be opened:", path);
     return false;
   }
-  std::unique_ptr<pbGraph> built =
-      isGraph ? buildGraph(globalData, *text) : buildKernel(globalData, *text);
-  if (!built) return false;
-
-  pbGraph& program = *built;
-  globalData.programCache.addProgram(path, std::move(built));
-  assignHostSlots(program);
+  const BuildResult result = isGraph ? build<pbGraphInfo>(globalData, path, *text)
+                                     : build<pbKernelInfo>(globalData, path, *text);
+  if (result == BuildResult::Unusable) return false;
+  const pbGraph& program = *globalData.programCache.findProgram(path);
+  if (result == BuildResult::KnownMeanwhile) return showKnown(program);
   show(isGraph ? "Graph has been loaded from file:" : "Kernel has been loaded from file:",
        program.name);
   describeProgram(program);
   return true;
+}
+
+bool isUnbuilt(const GlobalData& globalData, const std::string& path) {
+  const auto& unbuilt = globalData.unbuiltPrograms;
+  return std::find(unbuilt.begin(), unbuilt.end(), path) != unbuilt.end();
 }
 
 }  // namespace vellumtide

@@ -3,11 +3,15 @@
 #include <algorithm>
 #include <list>
 
+#include "core/message_channels.h"
 #include "core/suite_handler.h"
-#include "gl/gl_loader.h"
+#include "graph/buffer_transfer.h"
+#include "graph/gl_error.h"
+#include "host/current_device.h"
 #include "host/global_data.h"
 #include "host/parameter_checkout.h"
 #include "host/parameter_refresh.h"
+#include "host/program_loader.h"
 #include "host/sequence_data.h"
 #include "services/aeo/layer_aspect.h"
 
@@ -67,9 +71,10 @@ ImageDesc describe(const PF_EffectWorld& world, std::int32_t index, float pixelA
   desc.pixelAspect = pixelAspect;
   desc.depth = format.depth;
   desc.channels = kHostChannels;
-  desc.width = static_cast<std::uint32_t>(world.width);
-  desc.height = static_cast<std::uint32_t>(world.height);
+  desc.width = static_cast<std::uint32_t>(std::max(world.width, 0));
+  desc.height = static_cast<std::uint32_t>(std::max(world.height, 0));
   desc.rowLength = world.rowbytes / format.bytesPerPixel;
+  desc.rowBytes = world.rowbytes;
   desc.pixels = world.data;
   return desc;
 }
@@ -122,9 +127,8 @@ void addLayerInputs(PF_InData* in_data, const pbGraph& program, const HostDepth&
       continue;
     }
     context.inputs[next++] = describe(layer, slot, layerParameterAspect(in_data, slot), format);
-    context.output.width = std::max(context.output.width, static_cast<std::uint32_t>(layer.width));
-    context.output.height =
-        std::max(context.output.height, static_cast<std::uint32_t>(layer.height));
+    context.output.width = std::max(context.output.width, context.inputs[next - 1].width);
+    context.output.height = std::max(context.output.height, context.inputs[next - 1].height);
   }
 }
 
@@ -140,18 +144,46 @@ class ProgramReset {
   pbGraph& program_;
 };
 
-void drawFrame(PF_InData* in_data, pbGraph& program, const FrameBuffers& buffers,
-               const HostDepth& format) {
+std::string notDrawn(const ImageDesc& frame, const std::string& why) {
+  return "Frame of " + std::to_string(frame.width) + " x " + std::to_string(frame.height) +
+         " pixels not drawn: " + why;
+}
+
+// Draws the frame into the output buffer. Returns why that could not be done, "" when it was.
+std::string drawFrame(PF_InData* in_data, GlobalData& globalData, pbGraph& program,
+                      const FrameBuffers& buffers, const HostDepth& format) {
+  const CurrentDevice device(globalData);
   RenderContext context = evaluationContext(*in_data, *buffers.input, format);
+  if (device.failure()) return notDrawn(context.output, device.failure());
   std::list<ParameterCheckout> layerHolders;
   addLayerInputs(in_data, program, format, context, layerHolders);
+  const ImageDesc& frame = context.output;
+  const std::string limit = exceededLimit(globalData.drawLimits, frame.width, frame.height);
+  if (!limit.empty()) return notDrawn(frame, limit);
+  const RenderContext result = outputContext(*buffers.output, format);
+  if (frame.width == 0 || frame.height == 0) {
+    clearBuffer(result.output);
+    return "";
+  }
 
   ParameterCheckout controls(in_data);
   refreshParameterValues(controls, program);
 
   const ProgramReset reset(program);
   program.evaluate(context);
-  program.outputNode()->readback(outputContext(*buffers.output, format));
+  program.outputNode()->readback(result);
+  const unsigned error = program.glError();
+  return error ? notDrawn(frame, glErrorText(error)) : "";
+}
+
+// A program that waits for the device is tried again. What is said on the way may make the host
+// call again, so nothing of the instance is kept.
+void retryUnbuilt(PF_InData* in_data) {
+  GlobalData* globalData = GlobalData::of(in_data);
+  const SequenceData* sequence = SequenceData::live(in_data->sequence_data);
+  if (!globalData || !sequence || !isUnbuilt(*globalData, sequence->path)) return;
+  const std::string path = sequence->path;
+  loadProgram(*globalData, in_data, path, false);
 }
 
 PF_Err pixelFormatOf(const PF_InData& in, const PF_EffectWorld& world, PF_PixelFormat& format) {
@@ -162,6 +194,7 @@ PF_Err pixelFormatOf(const PF_InData& in, const PF_EffectWorld& world, PF_PixelF
 }  // namespace
 
 PF_Err smartRender(PF_InData* in_data, PF_OutData*, PF_SmartRenderExtra* extra) {
+  retryUnbuilt(in_data);
   FrameBuffers buffers(in_data->effect_ref, *extra->cb);
   if (const PF_Err error = buffers.checkout()) return error;
   GlobalData* globalData = GlobalData::of(in_data);
@@ -171,13 +204,19 @@ PF_Err smartRender(PF_InData* in_data, PF_OutData*, PF_SmartRenderExtra* extra) 
   PF_PixelFormat format = 0;
   if (const PF_Err error = pixelFormatOf(*in_data, *buffers.output, format)) return error;
 
-  const ScopedCurrentContext bracket(globalData->device);
   const SequenceData* sequence = SequenceData::live(in_data->sequence_data);
-  pbGraph* program = sequence ? globalData->usableProgram(sequence->path) : nullptr;
-  if (program && bracket.isCurrent() && glAvailable()) {
-    drawFrame(in_data, *program, buffers, hostDepthOf(format));
+  if (!sequence) return PF_Err_NONE;
+  const HostDepth depth = hostDepthOf(format);
+  pbGraph* program = globalData->usableProgram(sequence->path);
+  if (program) {
+    const std::string failure = drawFrame(in_data, *globalData, *program, buffers, depth);
+    if (failure.empty()) return PF_Err_NONE;
+    sendMessage(Channel::Debug, failure + "\n");
+  } else if (!isUnbuilt(*globalData, sequence->path)) {
+    return PF_Err_NONE;
   }
-  return PF_Err_NONE;
+  clearBuffer(describe(*buffers.output, -1, 1.0f, depth));
+  return PF_Err_OUT_OF_MEMORY;
 }
 
 }  // namespace vellumtide

@@ -63,6 +63,8 @@ SequenceData* unflatten(PF_InData* in_data, PF_Handle flat) {
   const PF_UtilCallbacks& utils = *in_data->utils;
   const void* block = utils.host_lock_handle(flat);
   if (!block) return nullptr;
+  const auto unlock = [&utils](PF_Handle locked) { utils.host_unlock_handle(locked); };
+  const std::unique_ptr<void*, decltype(unlock)> lock(flat, unlock);
   std::unique_ptr<SequenceData> sequence(new SequenceData);
   if (sequence) {
     const FlatSequence read = readFlatSequence(block, utils.host_get_handle_size(flat));
@@ -70,7 +72,6 @@ SequenceData* unflatten(PF_InData* in_data, PF_Handle flat) {
     sequence->hasProgram = read.hasProgram;
     sequence->freshFlag = read.freshFlag;
   }
-  utils.host_unlock_handle(flat);
   return sequence.release();
 }
 

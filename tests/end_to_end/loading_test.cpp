@@ -1,6 +1,9 @@
 // Programs on their way into an instance: markers, messages, the cache, programs that fail.
 #include <gtest/gtest.h>
 
+#include <functional>
+#include <utility>
+
 #include "tests/end_to_end/support/graph_text.h"
 #include "tests/end_to_end/support/pictures.h"
 #include "tests/end_to_end/support/session.h"
@@ -116,6 +119,61 @@ TEST(Loading, ProgramsThatDoNotBuildAreReported) {
   }
   session.graph(World(9, 7, PF_PixelFormat_ARGB32), chain(2, badStep).str());
   EXPECT_EQ(session.takeInfo().find("!!!n0 vertex shader failed to compile\n!!!n0 fragment"), 0u);
+}
+
+// A host that calls the module again while it is told of something.
+struct Interruption {
+  const SPBasicSuite* host = nullptr;
+  SPBasicSuite basic{};
+  PF_AdvAppSuite1 app{};
+  std::function<void()> act;
+} interruption;
+
+SPErr acquireInterrupted(const char* name, int32_t version, const void** suite) {
+  const SPErr error = interruption.host->AcquireSuite(name, version, suite);
+  if (error || std::string(name) != "PF AE Adv App Suite") return error;
+  static PF_AdvAppSuite1 real;
+  real = *static_cast<const PF_AdvAppSuite1*>(*suite);
+  interruption.app = real;
+  interruption.app.PF_InfoDrawText3 = [](const A_char* a, const A_char* b, const A_char* c) {
+    if (const auto act = std::exchange(interruption.act, nullptr)) act();
+    return real.PF_InfoDrawText3(a, b, c);
+  };
+  *suite = &interruption.app;
+  return error;
+}
+
+// The host, told of a shader, makes another instance with the same file: the program that was
+// complete first serves both.
+TEST(Loading, AFileThatIsLoadedDuringItsOwnBuildHasOneProgram) {
+  Session session(HostOptions{.captureOutput = true});
+  const std::string path = session.file("a.pbk", kernelText("parameter float gain;", "oh no"));
+  Effect& outer = session.host.newInstance(session.layer(World(9, 7, PF_PixelFormat_ARGB32)));
+  ASSERT_EQ(session.host.sequenceSetdown(outer), PF_Err_NONE);
+  outer.layer().addMarker(path);
+  session.takeInfo();
+  Effect* inner = nullptr;
+  interruption.act = [&] {
+    inner = &session.host.newInstance(session.layer(World(9, 7, PF_PixelFormat_ARGB32), path));
+  };
+  CallArguments arguments;
+  arguments.adjust = [](PF_InData& in, PF_OutData&) {
+    interruption.host = in.pica_basicP;
+    interruption.basic = *in.pica_basicP;
+    interruption.basic.AcquireSuite = acquireInterrupted;
+    in.pica_basicP = &interruption.basic;
+  };
+  ASSERT_EQ(session.host.call(PF_Cmd_SEQUENCE_SETUP, &outer, arguments), PF_Err_NONE);
+  ASSERT_TRUE(inner);
+  const std::string info = session.takeInfo();
+  const std::string last = "Kernel has been loaded from memory / Sample";
+  EXPECT_NE(info.find("Kernel has been loaded from file: / Sample"), std::string::npos) << info;
+  EXPECT_EQ(info.find(last), info.size() - last.size()) << info;
+  for (Effect* effect : {&outer, inner}) {
+    EXPECT_EQ(session.host.updateParamsUi(*effect), PF_Err_NONE);
+    EXPECT_TRUE(effect->findShown("gain"));
+    session.render(*effect);
+  }
 }
 
 }  // namespace
