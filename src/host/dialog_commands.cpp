@@ -2,9 +2,9 @@
 
 #include "core/suite_handler.h"
 #include "host/global_data.h"
+#include "host/panel_command.h"
 #include "host/program_loader.h"
 #include "host/sequence_data.h"
-#include "params/panel_update.h"
 #include "services/about_box.h"
 #include "services/information_dialog.h"
 #include "services/jst/jst.h"
@@ -38,9 +38,7 @@ class DialogInstance : public InformationHost {
     sequence_.path = path;
     sequence_.hasProgram = true;
     const pbGraph* program = globalData_.usableProgram(path);
-    if (program && sequence_.freshFlag && !adoptDefaults(in_data_, *program)) {
-      sequence_.freshFlag = false;
-    }
+    if (program) adoptDefaultsOnce(in_data_, *program);
     const ScopedSuite<PF_AdvAppSuite1> app(in_data_->pica_basicP);
     if (app) app->PF_SetProjectDirty();
   }

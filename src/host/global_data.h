@@ -2,12 +2,14 @@
 // that make and end it.
 #pragma once
 
+#include <map>
 #include <string>
 #include <vector>
 
 #include "core/ae_base.h"
 #include "gl/window_device.h"
 #include "host/program_cache.h"
+#include "params/panel_update.h"
 
 namespace vellumtide {
 
@@ -43,7 +45,9 @@ class GlobalData : public aeBase {
   const char* glslVersion = nullptr;
   std::string errorLog;
   std::vector<PF_Handle> liveSequences;  // in no particular order
-  bool splashWritten = false;            // the about box has written its image once
+  // What instances that are flattened at the moment have told the host, by their flat data.
+  std::map<PF_Handle, PanelMemory> flatPanels;
+  bool splashWritten = false;  // the about box has written its image once
 
   void readDriverStrings();
 

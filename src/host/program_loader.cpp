@@ -86,6 +86,7 @@ bool loadProgram(GlobalData& globalData, PF_InData* inData, const std::string& p
   show(isGraph ? "Graph has been loaded from file:" : "Kernel has been loaded from file:",
        program.name);
   assignHostSlots(program);
+  takeMeantDefaults(program);
   describeProgram(program);
   return true;
 }

@@ -4,6 +4,7 @@
 #include <string>
 
 #include "core/ae_base.h"
+#include "params/panel_update.h"
 
 namespace vellumtide {
 
@@ -24,7 +25,8 @@ class SequenceData : public aeBase {
   bool hasProgram = false;  // a path was adopted and loaded
   bool unused = false;
   bool freshFlag = true;  // the controls have not taken a program's defaults yet
-  std::string label;
+  std::string label;      // the title that the host was last given; not saved
+  PopupEntries entries;   // likewise
 };
 
 PF_Err sequenceSetup(PF_InData* in_data, PF_OutData* out_data);
