@@ -3,7 +3,9 @@
 #include <algorithm>
 #include <cmath>
 
-#include "params/panel_layout.h"
+#include "graph/pb_graph.h"
+#include "params/program_range.h"
+#include "params/slot_assignment.h"
 #include "services/aeo/stream.h"
 
 namespace vellumtide {

@@ -1,7 +1,6 @@
 #include "params/panel_update.h"
 
 #include <algorithm>
-#include <cmath>
 #include <cstring>
 #include <optional>
 #include <utility>
@@ -9,6 +8,7 @@
 #include "aeapi/constants.h"
 #include "params/control_labels.h"
 #include "params/panel_layout.h"
+#include "params/program_range.h"
 #include "services/aeo/stream.h"
 
 namespace vellumtide {
@@ -18,33 +18,29 @@ constexpr double kFixedOne = 65536.0;
 
 // The range that a slider can be dragged over: the program's as far as it names one, else the
 // bank's, and the bank's alone when that leaves none.
-template <class Value, class Convert>
-void setRange(const PanelControl& control, Value validMin, Value validMax, Value& sliderMin,
-              Value& sliderMax, Convert convert) {
-  const pbParameter& parameter = control.record->parameter;
-  const auto limit = [&](const pbValue& value, double otherwise) {
-    const double named =
-        value.isSet ? componentOf(parameter, value.meantCells(), control.component) : otherwise;
-    return static_cast<Value>(std::clamp(convert(std::isnan(named) ? otherwise : named),
-                                         static_cast<double>(validMin),
-                                         static_cast<double>(validMax)));
+template <class Value>
+void setRange(const PanelControl& control, double one, Value validMin, Value validMax,
+              Value& sliderMin, Value& sliderMax) {
+  const auto limit = [&](double number) {
+    return static_cast<Value>(
+        std::clamp(number * one, static_cast<double>(validMin), static_cast<double>(validMax)));
   };
-  sliderMin = limit(parameter.minValue, -kSliderReach);
-  sliderMax = limit(parameter.maxValue, kSliderReach);
+  const ProgramRange range = programRange(control.record->parameter, control.component);
+  sliderMin = limit(range.low.value_or(-kSliderReach));
+  sliderMax = limit(range.high.value_or(kSliderReach));
   if (sliderMin < sliderMax) return;
-  sliderMin = static_cast<Value>(convert(-kSliderReach));
-  sliderMax = static_cast<Value>(convert(kSliderReach));
+  sliderMin = limit(-kSliderReach);
+  sliderMax = limit(kSliderReach);
 }
 
 void setRange(const PanelControl& control, PF_ParamDef& def) {
   if (def.param_type == PF_Param_SLIDER) {
     PF_SliderDef& slider = def.u.sd;
-    setRange(control, slider.valid_min, slider.valid_max, slider.slider_min, slider.slider_max,
-             [](double value) { return value; });
+    setRange(control, 1, slider.valid_min, slider.valid_max, slider.slider_min, slider.slider_max);
   } else if (def.param_type == PF_Param_FIX_SLIDER) {
     PF_FixedSliderDef& slider = def.u.fd;
-    setRange(control, slider.valid_min, slider.valid_max, slider.slider_min, slider.slider_max,
-             [](double value) { return value * kFixedOne; });
+    setRange(control, kFixedOne, slider.valid_min, slider.valid_max, slider.slider_min,
+             slider.slider_max);
   }
 }
 
