@@ -36,7 +36,7 @@ TEST_F(ModuleCommands, CheckReportsEachProgramAndGoesOn) {
   EXPECT_FALSE(reports[0].contains("notes"));
   writeText("meant.pbk", kernelText(kMarked, "\nparameter float2 p < maxValue : float2(7.0); >;"));
   EXPECT_NE(run("check meant.pbk")
-                .out.find(":35: note: maxValue of \"p\" is meant as 7 each, its "
+                .out.find(":33: note: maxValue of \"p\" is meant as 7 each, its "
                           "cells read 7,0\n"),
             std::string::npos);
   EXPECT_EQ(run("check good.pbk", "__EGL_VENDOR_LIBRARY_DIRS=/nowhere").status, 5);
