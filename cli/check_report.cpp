@@ -5,6 +5,7 @@
 #include "cli/program_file.h"
 #include "cli/render_session.h"
 #include "cli/utf8_path.h"
+#include "cli/value_notes.h"
 #include "params/slot_assignment.h"
 
 namespace vellumtide::cli {
@@ -32,6 +33,15 @@ void addProgram(Json& report, const Program& program) {
                                     {"type", typeName(parameter.type)},
                                     {"slot", slots.parameters[i]},
                                     {"controls", Json::array()}});
+  }
+}
+
+// Values that count as their author means them, other than they read; no key when there is none.
+void addNotes(Json& report, const Program& program) {
+  for (const ValueNote& note : valueNotes(program)) {
+    report["notes"].push_back({{"line", note.place.line},
+                               {"column", note.place.column},
+                               {"message", noteText(note, program)}});
   }
 }
 
@@ -82,6 +92,18 @@ std::string indented(const std::string& text) {
   return result;
 }
 
+// As the build errors, so that editors find the places.
+std::string notesText(const Json& report) {
+  std::string text;
+  for (const Json& note : report.value("notes", Json::array())) {
+    text += harmless(report["file"].get<std::string>()) + ":" +
+            std::to_string(note["line"].get<std::size_t>()) + ":" +
+            std::to_string(note["column"].get<std::size_t>()) +
+            ": note: " + note["message"].get<std::string>() + "\n";
+  }
+  return text;
+}
+
 }  // namespace
 
 Json checkProgram(const std::string& file, const std::string& module) {
@@ -89,6 +111,7 @@ Json checkProgram(const std::string& file, const std::string& module) {
   try {
     const Program program = readProgram(pathOf(file));
     addProgram(report, program);
+    addNotes(report, program);
     std::vector<LayerPicture> pictures;
     pictures.push_back(
         {headless::World(kLayerSide, kLayerSide, PF_PixelFormat_ARGB32), {1, 1}, ""});
@@ -137,7 +160,7 @@ std::string reportText(const Json& report) {
     }
     text += "\n";
   }
-  return text;
+  return text + notesText(report);
 }
 
 }  // namespace vellumtide::cli

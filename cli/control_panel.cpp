@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "cli/failure.h"
+#include "cli/messages.h"
 #include "params/control_labels.h"
 #include "params/slot_assignment.h"
 
@@ -88,8 +89,11 @@ std::vector<ControlValue> ControlPanel::parse(const Target& target, const std::s
   }
   std::vector<ControlValue> values;
   for (int i = 0; i < target.count; ++i) {
-    values.push_back(parseControlValue(control(target.slot + i), *target.parameter,
-                                       target.component + i, parts[i], where));
+    const Control& one = control(target.slot + i);
+    const std::string of = target.count == 1 ? "" : ": \"" + one.label + "\"";
+    values.push_back(parseControlValue(one, parts[i], where + of));
+    const std::string note = rangeNote(one, *target.parameter, target.component + i, values.back());
+    if (!note.empty()) say(where + ": note: " + note);
   }
   return values;
 }

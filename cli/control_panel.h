@@ -21,7 +21,8 @@ class ControlPanel {
   // its component, for any parameter also its name in the program. VALUE is a number, true or
   // false, x,y for a point (pixels of the full-size layer), #rrggbb[aa] or r,g,b[,a] from 0 to 1
   // for a colour, the text or the number (from 1) of a pop-up's entry, and a,b,c,... for a vector
-  // or a matrix. Throws Failure (ExitStatus::Usage) that says what is there or what is expected.
+  // or a matrix. Throws Failure (ExitStatus::Usage) that says what is there or what is expected. A
+  // number outside the program's range is taken, as in the panel, and said on standard error.
   void set(const std::string& assignment);
 
   // The same in its parts.
@@ -34,7 +35,7 @@ class ControlPanel {
     int count = 0;      // controls; 0 when nothing was found
   };
   Target find(std::string_view name) const;
-  // A value for each control of the target. Failures begin with `where`.
+  // A value for each control of the target. Failures and notes begin with `where`.
   std::vector<ControlValue> parse(const Target& target, const std::string& text,
                                   const std::string& where) const;
   void put(const ControlValue& value);

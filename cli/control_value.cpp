@@ -7,13 +7,13 @@
 
 #include "cli/failure.h"
 #include "cli/number_text.h"
+#include "params/program_range.h"
+#include "params/slot_assignment.h"
 
 namespace vellumtide::cli {
 namespace {
 
 using headless::Control;
-
-constexpr double kFarthestPoint = 32767;
 
 std::string joined(const std::vector<std::string>& entries) {
   std::string result;
@@ -22,42 +22,49 @@ std::string joined(const std::vector<std::string>& entries) {
   return result;
 }
 
-// What a number may be: the program's own range where it has one, else the control's. In floats,
-// as programs keep them, so that a limit of 0.1 takes 0.1.
+// What a number may be for a control, whatever the program's range: in the panel that only narrows
+// a slider.
 struct Range {
-  float low, high;
+  double low, high;
   bool whole;  // no fractions
 
   bool holds(double value) const {
-    const float rounded = static_cast<float>(value);
-    return rounded >= low && rounded <= high && (!whole || value == std::floor(value));
+    return value >= low && value <= high && (!whole || value == std::floor(value));
   }
   std::string text() const {
-    return std::string(whole ? "a whole number" : "a number") + " from " + numberText(low) +
-           " to " + numberText(high);
+    return std::string(whole ? "a whole number" : "a number") + " from " +
+           numberText(static_cast<float>(low)) + " to " + numberText(static_cast<float>(high));
   }
 };
 
-std::optional<float> limit(const pbValue& value, pbElementType type, int component) {
-  if (!value.isSet || component >= componentCount(type)) return {};
-  if (baseKind(type) == BaseKind::Int) return static_cast<float>(value.cells.intAt(component));
-  if (baseKind(type) == BaseKind::Float) return value.cells.floatAt(component);
-  return {};
+Range rangeOf(const Control& control) {
+  if (control.type == PF_Param_ANGLE) return {-kFarthestValue, kFarthestValue, false};
+  return {control.validMin, control.validMax, control.type == PF_Param_SLIDER};
 }
 
-Range rangeOf(const Control& control, const pbParameter& parameter, int component) {
-  constexpr float kAngleLimit = 32767;
-  const bool isAngle = control.type == PF_Param_ANGLE;
-  Range range{isAngle ? -kAngleLimit : static_cast<float>(control.validMin),
-              isAngle ? kAngleLimit : static_cast<float>(control.validMax),
-              control.type == PF_Param_SLIDER};
-  const float low = limit(parameter.minValue, parameter.type, component).value_or(range.low);
-  const float high = limit(parameter.maxValue, parameter.type, component).value_or(range.high);
-  if (low <= high) {
-    range.low = std::max(range.low, low);
-    range.high = std::min(range.high, high);
+// In floats, as programs keep their limits, so that a limit of 0.1 takes 0.1.
+bool isOutside(double value, const ProgramRange& range) {
+  const auto rounded = static_cast<float>(value);
+  return (range.low && rounded < static_cast<float>(*range.low)) ||
+         (range.high && rounded > static_cast<float>(*range.high));
+}
+
+std::string textOf(const ProgramRange& range) {
+  const auto end = [](const char* word, const std::optional<double>& limit) {
+    return limit ? std::string(word) + numberText(static_cast<float>(*limit)) : "";
+  };
+  return end(" from ", range.low) + end(" to ", range.high);
+}
+
+// ", but y is 99999": which part of a point or a colour is out of its range; "" when none is.
+std::string misfit(const std::vector<double>& parts, const std::vector<const char*>& names,
+                   double low, double high) {
+  for (std::size_t i = 0; i < parts.size() && i < names.size(); ++i) {
+    if (parts[i] < low || parts[i] > high) {
+      return std::string(", but ") + names[i] + " is " + numberText(static_cast<float>(parts[i]));
+    }
   }
-  return range;
+  return {};
 }
 
 std::optional<bool> parseSwitch(const std::string& text) {
@@ -66,7 +73,10 @@ std::optional<bool> parseSwitch(const std::string& text) {
   return {};
 }
 
-std::optional<std::array<double, 4>> parseColor(const std::string& text) {
+using Parts = std::optional<std::array<double, 4>>;
+
+// Each adds to `expected` which part does not fit.
+Parts parseColor(const std::string& text, std::string& expected) {
   std::vector<double> parts;
   if (text.starts_with('#')) {
     if (text.size() != 7 && text.size() != 9) return {};
@@ -78,8 +88,19 @@ std::optional<std::array<double, 4>> parseColor(const std::string& text) {
     parts = parseNumbers(text).value_or(parts);
   }
   if (parts.size() != 3 && parts.size() != 4) return {};
-  if (std::any_of(parts.begin(), parts.end(), [](double p) { return p < 0 || p > 1; })) return {};
+  const std::string wrong = misfit(parts, {"red", "green", "blue", "alpha"}, 0, 1);
+  expected += wrong;
+  if (!wrong.empty()) return {};
   return std::array<double, 4>{parts[0], parts[1], parts[2], parts.size() == 4 ? parts[3] : 1};
+}
+
+Parts parsePoint(const std::string& text, std::string& expected) {
+  const std::vector<double> place = parseNumbers(text).value_or(std::vector<double>());
+  if (place.size() != 2) return {};
+  const std::string wrong = misfit(place, {"x", "y"}, -kFarthestValue, kFarthestValue);
+  expected += wrong;
+  if (!wrong.empty()) return {};
+  return std::array<double, 4>{place[0], place[1]};
 }
 
 // From 1; 0 when there is no such entry. An entry's text goes before its number.
@@ -92,18 +113,11 @@ int findEntry(const std::vector<std::string>& entries, const std::string& text) 
   return inRange && number == std::floor(number) ? static_cast<int>(number) : 0;
 }
 
-std::optional<std::array<double, 4>> parsePoint(const std::string& text) {
-  const std::vector<double> place = parseNumbers(text).value_or(std::vector<double>());
-  if (place.size() != 2) return {};
-  if (std::abs(place[0]) > kFarthestPoint || std::abs(place[1]) > kFarthestPoint) return {};
-  return std::array<double, 4>{place[0], place[1]};
-}
-
 }  // namespace
 
-ControlValue parseControlValue(const Control& control, const pbParameter& parameter, int component,
-                               const std::string& text, const std::string& where) {
-  std::optional<std::array<double, 4>> parts;
+ControlValue parseControlValue(const Control& control, const std::string& text,
+                               const std::string& where) {
+  Parts parts;
   std::string expected;
   switch (control.type) {
     case PF_Param_CHECKBOX: {
@@ -121,15 +135,15 @@ ControlValue parseControlValue(const Control& control, const pbParameter& parame
       break;
     }
     case PF_Param_POINT:
-      parts = parsePoint(text);
       expected = "x,y in pixels, each from -32767 to 32767";
+      parts = parsePoint(text, expected);
       break;
     case PF_Param_COLOR:
-      parts = parseColor(text);
       expected = "#rrggbb, #rrggbbaa or r,g,b[,a] with parts from 0 to 1";
+      parts = parseColor(text, expected);
       break;
     default: {
-      const Range range = rangeOf(control, parameter, component);
+      const Range range = rangeOf(control);
       const std::optional<double> number = parseNumber(text);
       if (number && range.holds(*number)) parts = {*number};
       expected = range.text();
@@ -138,6 +152,15 @@ ControlValue parseControlValue(const Control& control, const pbParameter& parame
   }
   if (!parts) throw Failure(ExitStatus::Usage, where + ": expected " + expected);
   return {static_cast<int>(control.index), *parts};
+}
+
+std::string rangeNote(const Control& control, const pbParameter& parameter, int component,
+                      const ControlValue& value) {
+  const bool isNumber = control.type == PF_Param_SLIDER || control.type == PF_Param_FIX_SLIDER ||
+                        control.type == PF_Param_ANGLE;
+  const ProgramRange range = programRange(parameter, component);
+  if (!isNumber || !isOutside(value.parts[0], range)) return {};
+  return "\"" + control.label + "\" is outside the program's range" + textOf(range);
 }
 
 void putValue(headless::Effect& effect, const ControlValue& value) {

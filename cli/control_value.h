@@ -16,11 +16,15 @@ struct ControlValue {
   std::array<double, 4> parts{};
 };
 
-// Reads what ControlPanel documents. `component` is the one of the parameter that the control
-// stands for, which gives the range. Throws Failure (ExitStatus::Usage): `where`, ": expected" and
-// what.
-ControlValue parseControlValue(const headless::Control& control, const pbParameter& parameter,
-                               int component, const std::string& text, const std::string& where);
+// Reads what ControlPanel documents: any value that the control can hold. Throws Failure
+// (ExitStatus::Usage): `where`, ": expected" and what.
+ControlValue parseControlValue(const headless::Control& control, const std::string& text,
+                               const std::string& where);
+
+// What to say of a number that the control takes and the program's range does not hold; "" of any
+// other. `component` is the one of the parameter that the control stands for.
+std::string rangeNote(const headless::Control& control, const pbParameter& parameter, int component,
+                      const ControlValue& value);
 
 void putValue(headless::Effect& effect, const ControlValue& value);
 

@@ -1,4 +1,5 @@
 #include "cli/inspect.h"
+#include "cli/value_notes.h"
 
 namespace vellumtide::cli {
 namespace {
@@ -16,20 +17,24 @@ Json variablesJson(const std::vector<pbVariable>& variables) {
   return list;
 }
 
-Json valueJson(const pbValue& value, pbElementType type) {
+Json cellsJson(const ValueCells& value, pbElementType type) {
   Json cells = Json::array();
   const BaseKind kind = baseKind(type);
   const int count = kind == BaseKind::None ? 0 : componentCount(type);
   for (int i = 0; i < count; ++i) {
     if (kind == BaseKind::Int) {
-      cells.push_back(value.cells.intAt(i));
+      cells.push_back(value.intAt(i));
     } else if (kind == BaseKind::Bool) {
-      cells.push_back(value.cells.boolAt(i));
+      cells.push_back(value.boolAt(i));
     } else {
-      cells.push_back(static_cast<double>(value.cells.floatAt(i)));
+      cells.push_back(static_cast<double>(value.floatAt(i)));
     }
   }
-  return {{"isSet", value.isSet}, {"cells", std::move(cells)}};
+  return cells;
+}
+
+Json valueJson(const pbValue& value, pbElementType type) {
+  return {{"isSet", value.isSet}, {"cells", cellsJson(value.cells, type)}};
 }
 
 Json parameterJson(const pbParameter& parameter) {
@@ -114,6 +119,12 @@ Json inspectionJson(const Program& program) {
     addKernel(object, *kernel);
   } else {
     addGraph(object, *program.graph());
+  }
+  for (const ValueNote& note : valueNotes(program)) {
+    Json& value = object["parameters"][note.parameter][note.key];
+    value["meant"] = cellsJson(note.meant, note.type);
+    value["line"] = note.place.line;
+    value["column"] = note.place.column;
   }
   const ProgramSlots slots = slotsOf(program);
   object["slots"] = {{"inputs", slots.inputs}, {"parameters", slots.parameters}};

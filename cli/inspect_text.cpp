@@ -3,6 +3,7 @@
 #include "cli/inspect.h"
 #include "cli/messages.h"
 #include "cli/parameter_text.h"
+#include "cli/value_notes.h"
 #include "params/control_labels.h"
 #include "params/slot_assignment.h"
 
@@ -97,6 +98,17 @@ std::string parametersText(const Program& program, const ProgramSlots& slots) {
   return table.text() + "\nentries of pop-ups\n" + entries;
 }
 
+// Values that other readers of the format may take otherwise.
+std::string notesText(const Program& program) {
+  const std::vector<ValueNote> notes = valueNotes(program);
+  std::string text = notes.empty() ? "" : "\nvalues that mean more than their cells hold\n";
+  for (const ValueNote& note : notes) {
+    text += "  line " + std::to_string(note.place.line) + ", column " +
+            std::to_string(note.place.column) + ": " + noteText(note, program) + "\n";
+  }
+  return text;
+}
+
 std::string graphText(const pbGraphInfo& graph) {
   Table nodes({"node", "kernel"});
   for (const pbgNodeInfo& node : graph.nodes)
@@ -117,7 +129,7 @@ std::string inspectionText(const Program& program) {
   std::string text = metadataText(program.metadata(), program.kernel() ? "kernel" : "graph");
   text += "  output       " + std::string(typeName(program.output().type)) + " " +
           onOneLine(program.output().name) + "\n";
-  text += inputsText(program, slots) + parametersText(program, slots);
+  text += inputsText(program, slots) + parametersText(program, slots) + notesText(program);
   if (const pbGraphInfo* graph = program.graph()) text += graphText(*graph);
   return text;
 }

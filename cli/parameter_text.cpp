@@ -3,6 +3,7 @@
 #include "cli/messages.h"
 #include "cli/number_text.h"
 #include "params/control_labels.h"
+#include "params/program_range.h"
 #include "params/slot_assignment.h"
 
 namespace vellumtide::cli {
@@ -33,28 +34,36 @@ std::string controlKind(const pbParameter& parameter) {
   return kNames[static_cast<int>(controlNeed(parameter).bank)];
 }
 
-std::string valueText(const pbValue& value, pbElementType type) {
+std::string cellsText(const ValueCells& cells, pbElementType type) {
   const BaseKind kind = baseKind(type);
-  if (!value.isSet || kind == BaseKind::None) return "-";
-  std::string text = componentText(value.cells, kind, 0);
+  if (kind == BaseKind::None) return "-";
+  std::string text = componentText(cells, kind, 0);
   const std::string first = text;
   bool allEqual = true;
   for (int i = 1; i < componentCount(type); ++i) {
-    const std::string component = componentText(value.cells, kind, i);
+    const std::string component = componentText(cells, kind, i);
     allEqual = allEqual && component == first;
     text += "," + component;
   }
   return allEqual && componentCount(type) > 1 ? first + " each" : text;
 }
 
+std::string valueText(const pbValue& value, pbElementType type) {
+  return value.isSet ? cellsText(value.meantCells(), type) : "-";
+}
+
 std::string defaultText(const pbParameter& parameter) {
   const RelativePoint& relative = parameter.aePointRelativeDefaultValue;
-  if (!parameter.defaultValue.isSet && relative.isSet) {
-    return numberText(relative.x * 100) + "%," + numberText(relative.y * 100) + "%";
+  const Bank bank = controlNeed(parameter).bank;
+  if (relative.isSet && (bank == Bank::Point || !parameter.defaultValue.isSet)) {
+    const auto [x, y] = relative.meantPlace();
+    return numberText(x * 100) + "%," + numberText(y * 100) + "%";
   }
-  if (controlNeed(parameter).bank == Bank::Popup && parameter.defaultValue.isSet) {
+  if (bank == Bank::Popup && parameter.defaultValue.isSet) {
+    const double number = componentOf(parameter, parameter.defaultValue.meantCells(), 0);
+    const bool isEntry = number >= 0 && number < kPopupChoiceCount;
     const std::string entry =
-        entryText(popupEntries(parameter), parameter.defaultValue.cells.intAt(0));
+        isEntry ? entryText(popupEntries(parameter), static_cast<int>(number)) : "";
     if (!entry.empty()) return onOneLine(entry);
   }
   return valueText(parameter.defaultValue, parameter.type);

@@ -9,6 +9,7 @@
 #include "cli/failure.h"
 #include "cli/number_text.h"
 #include "params/control_labels.h"
+#include "params/program_range.h"
 #include "params/slot_assignment.h"
 
 namespace vellumtide::cli {
@@ -98,14 +99,10 @@ std::vector<std::string> valuesOfProgram(const Target& target, const std::string
   if (bank == Bank::Checkbox) return {"off", "on"};
   const std::string entries = popupEntries(parameter);
   if (bank == Bank::Popup && !entries.empty()) return split(entries, '|');
-  const auto limit = [&](const pbValue& value) -> std::optional<double> {
-    if (!value.isSet || !target.isScalar) return {};
-    return target.takesWhole() ? value.cells.intAt(target.component)
-                               : value.cells.floatAt(target.component);
-  };
-  const auto low = limit(parameter.minValue), high = limit(parameter.maxValue);
-  if (!low || !high) fail(sweep, "expected values, as in NAME=1|2|3 or NAME=0..1/5");
-  return expandRange(textOf(*low) + ".." + textOf(*high), target.takesWhole(), sweep);
+  const ProgramRange range =
+      target.isScalar ? programRange(parameter, target.component) : ProgramRange();
+  if (!range.low || !range.high) fail(sweep, "expected values, as in NAME=1|2|3 or NAME=0..1/5");
+  return expandRange(textOf(*range.low) + ".." + textOf(*range.high), target.takesWhole(), sweep);
 }
 
 std::vector<std::string> valuesOf(const std::string& text, const Target& target,

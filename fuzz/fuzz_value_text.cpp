@@ -4,6 +4,7 @@
 #include <string>
 
 #include "fuzz/fuzz_input.h"
+#include "kernel/meant_value.h"
 #include "kernel/pbk_parser.h"
 #include "kernel/value_text.h"
 
@@ -57,6 +58,17 @@ int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
 #ifdef __GLIBC__
   compareWithScan(text);
 #endif
+
+  // Blanks around it change nothing in what is meant, which is always a number.
+  const auto meant = meantValue(text, type);
+  FUZZ_EXPECT(meant == meantValue(" " + text + "\n", type) || text.size() + 2 > kMeantValueLimit);
+  if (meant) {
+    FUZZ_EXPECT(baseKind(type) != BaseKind::None && text.size() <= kMeantValueLimit);
+    for (std::size_t i = 0; baseKind(type) == BaseKind::Float && i < 16; ++i)
+      FUZZ_EXPECT(!std::isnan(meant->floatAt(i)));
+  }
+  const pbValue value = valueOf(cells, text, type);
+  FUZZ_EXPECT(value.cells == cells && (!value.meant || value.meant == meant));
 
   std::string source = "kernel K { parameter ";
   source.append(typeName(type)).append(" p < ").append(text);

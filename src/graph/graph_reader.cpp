@@ -7,6 +7,7 @@
 #include <utility>
 
 #include "graph/graph_document.h"
+#include "kernel/meant_value.h"
 #include "kernel/pbk_parser.h"
 #include "kernel/value_text.h"
 
@@ -40,16 +41,20 @@ void readMetadata(const TiXmlElement& element, pbGraphInfo& info) {
   }
 }
 
+pbValue valueOfText(std::string_view text, pbElementType type) {
+  return valueOf(valueFromText(text, type), text, type);
+}
+
 /// One metadata entry of a parameter. An entry that is named is set, with or without a value.
 void readParameterMetadata(const TiXmlElement& element, pbParameter& parameter) {
   const std::string_view name = attribute(element, "name");
   const std::string_view value = attribute(element, "value");
   if (name == "defaultValue") {
-    parameter.defaultValue = {true, valueFromText(value, parameter.type)};
+    parameter.defaultValue = valueOfText(value, parameter.type);
   } else if (name == "minValue") {
-    parameter.minValue = {true, valueFromText(value, parameter.type)};
+    parameter.minValue = valueOfText(value, parameter.type);
   } else if (name == "maxValue") {
-    parameter.maxValue = {true, valueFromText(value, parameter.type)};
+    parameter.maxValue = valueOfText(value, parameter.type);
   } else if (name == "aeUIControl") {
     parameter.aeUIControl = uiControlFromName(value);
   } else if (name == "parameterType") {
@@ -63,8 +68,8 @@ void readParameterMetadata(const TiXmlElement& element, pbParameter& parameter) 
   } else if (name == "aePopupString") {
     parameter.aePopupString = value;
   } else if (name == "aePointRelativeDefaultValue") {
-    const ValueCells cells = valueFromText(value, pbElementType::Float2);
-    parameter.aePointRelativeDefaultValue = {true, cells.floatAt(0), cells.floatAt(1)};
+    parameter.aePointRelativeDefaultValue =
+        relativePointOf(valueOfText(value, pbElementType::Float2));
   }
 }
 

@@ -128,6 +128,31 @@ SourceMap mapNode(const TiXmlText* node, std::string_view text, XmlCursor& curso
   return isCdata ? mapCdata(text, at, node->Value()) : mapText(text, at, node->Value());
 }
 
+/// Where the text of a "value" attribute begins, behind its quote.
+std::size_t valuePlace(const TiXmlElement& element, std::string_view text, XmlCursor& cursor) {
+  const TiXmlAttribute* attribute = element.FirstAttribute();
+  while (attribute && std::string_view(attribute->Name()) != "value")
+    attribute = attribute->Next();
+  if (!attribute) return 0;
+  const std::size_t at = cursor.find(attribute->Row(), attribute->Column());
+  const std::size_t quote = text.find_first_of("\"'", at);
+  return quote == std::string_view::npos ? at : quote + 1;
+}
+
+GraphValuePlaces placesOf(const TiXmlElement& parameter, std::string_view text, XmlCursor& cursor) {
+  GraphValuePlaces places;
+  forEachChild(parameter, "metadata", [&](const TiXmlElement& entry) {
+    const char* attribute = entry.Attribute("name");
+    const std::string_view name = attribute ? attribute : "";
+    const std::size_t place = valuePlace(entry, text, cursor);
+    if (name == "defaultValue") places.defaultValue = place;
+    if (name == "minValue") places.minValue = place;
+    if (name == "maxValue") places.maxValue = place;
+    if (name == "aePointRelativeDefaultValue") places.relativeDefault = place;
+  });
+  return places;
+}
+
 }  // namespace
 
 GraphTextMaps mapGraphTexts(const char* text) {
@@ -136,6 +161,11 @@ GraphTextMaps mapGraphTexts(const char* text) {
   if (!buildDocument(text, document, true)) return maps;
   const TiXmlElement* root = document.FirstChildElement("graph");
   if (!root) return maps;
+  XmlCursor values(text);
+  forEachChild(*root, "parameter", [&](const TiXmlElement& element) {
+    if (!element.Attribute("name") || !element.Attribute("type")) return;
+    maps.parameterValues.push_back(placesOf(element, text, values));
+  });
   XmlCursor kernels(text);
   forEachChild(*root, "kernel", [&](const TiXmlElement& element) {
     const TiXmlText* node = leadingText(element);

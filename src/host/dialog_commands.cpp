@@ -2,9 +2,9 @@
 
 #include "core/suite_handler.h"
 #include "host/global_data.h"
+#include "host/panel_command.h"
 #include "host/program_loader.h"
 #include "host/sequence_data.h"
-#include "params/panel_update.h"
 #include "services/about_box.h"
 #include "services/information_dialog.h"
 #include "services/jst/jst.h"
@@ -37,13 +37,15 @@ class DialogInstance : public InformationHost {
     return loadProgram(globalData_, in_data_, path, true);
   }
 
+  // The host updates the panel after the dialog; a fresh instance takes the defaults at once.
   void adopt(const std::string& path, const std::string& lostName) override {
     SequenceData* sequence = instance_.find();
     if (!sequence) return;
     sequence->path = path;
     sequence->hasProgram = true;
     if (!lostName.empty()) repairOthers(lostName, path);
-    adoptProgramDefaults(path);
+    const pbGraph* program = globalData_.usableProgram(path);
+    if (program) adoptDefaultsOnce(in_data_, *program);
     showChanges();
   }
 
@@ -55,14 +57,6 @@ class DialogInstance : public InformationHost {
       if (globalData_.usableProgram(other.path)) continue;
       if (_JST::nameOf(other.path) == lostName) other.path = path;
     }
-  }
-
-  // The host updates the panel after the dialog; a fresh instance takes the defaults at once.
-  void adoptProgramDefaults(const std::string& path) {
-    const pbGraph* program = globalData_.usableProgram(path);
-    const SequenceData* fresh = instance_.find();
-    if (!program || !fresh || !fresh->freshFlag || adoptDefaults(in_data_, *program)) return;
-    if (SequenceData* sequence = instance_.find()) sequence->freshFlag = false;
   }
 
   // A path that changed is for the project to save, and every panel and picture of the instances

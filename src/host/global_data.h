@@ -3,6 +3,7 @@
 #pragma once
 
 #include <cstdint>
+#include <map>
 #include <string>
 #include <vector>
 
@@ -10,6 +11,7 @@
 #include "gl/draw_limits.h"
 #include "gl/window_device.h"
 #include "host/program_cache.h"
+#include "params/panel_update.h"
 
 namespace vellumtide {
 
@@ -46,6 +48,8 @@ class GlobalData : public aeBase {
   std::string errorLog;
   std::vector<PF_Handle> liveSequences;  // in no particular order
   std::uint64_t sequencesMade = 0;
+  // What instances that are flattened at the moment have told the host, by their flat data.
+  std::map<PF_Handle, PanelMemory> flatPanels;
   // Programs that were not built because the device could not be used.
   std::vector<std::string> unbuiltPrograms;
   bool deviceFailureLogged = false;  // until the device can be used again

@@ -2,7 +2,7 @@
 
 #include "host/global_data.h"
 #include "host/sequence_data.h"
-#include "params/panel_update.h"
+#include "params/default_values.h"
 
 namespace vellumtide {
 
@@ -12,12 +12,29 @@ PF_Err updateParamsUi(PF_InData* in_data, PF_ParamDef* controls[]) {
   SequenceData* sequence = instance.find();
   if (!globalData || !sequence) return PF_Err_NONE;
   const pbGraph* program = globalData->usableProgram(sequence->path);
-  if (const PF_Err error = updatePanel(in_data, controls, program)) return error;
-  sequence = instance.find();
-  if (!program || !sequence || !sequence->freshFlag) return PF_Err_NONE;
-  const PF_Err error = adoptDefaults(in_data, *program);
-  sequence = instance.find();
-  if (!error && sequence) sequence->freshFlag = false;
+  PanelMemory memory{sequence->label, sequence->entries};
+  const PF_Err shown = updatePanel(in_data, controls, program, memory);
+  // The host may have flattened the instance in between.
+  if ((sequence = instance.find())) {
+    sequence->label = memory.title;
+    sequence->entries = memory.entries;
+  }
+  const PF_Err adopted = program ? adoptDefaultsOnce(in_data, *program) : PF_Err_NONE;
+  return shown ? shown : adopted;
+}
+
+PF_Err adoptDefaultsOnce(PF_InData* in_data, const pbGraph& program) {
+  const SequenceRef instance(in_data->sequence_data);
+  const auto setFresh = [&instance](bool isFresh) {
+    SequenceData* sequence = instance.find();
+    const bool wasFresh = sequence && sequence->freshFlag;
+    if (sequence) sequence->freshFlag = isFresh;
+    return wasFresh;
+  };
+  if (!setFresh(false)) return PF_Err_NONE;
+  bool asked = false;
+  const PF_Err error = adoptDefaults(in_data, program, asked);
+  if (!asked) setFresh(true);
   return error;
 }
 

@@ -68,6 +68,7 @@ BuildResult build(GlobalData& globalData, const std::string& path, const std::st
   std::unique_ptr<pbGraph> program(newOrThrow<pbGraph>(info, kHostChannelOrder));
   if (!program->isUsable()) return BuildResult::Unusable;
   assignHostSlots(*program);
+  takeMeantDefaults(*program);
   // The host, told of something in the program, may have called again for the same file.
   return globalData.programCache.addProgram(path, std::move(program)) ? BuildResult::Added
                                                                       : BuildResult::KnownMeanwhile;

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cstring>
 #include <memory>
+#include <new>
 #include <optional>
 
 #include "host/flat_sequence.h"
@@ -59,6 +60,23 @@ PF_Handle flatten(PF_InData* in_data, const SequenceData& sequence) {
   return handle;
 }
 
+// A save flattens an instance and sets it up again from the same handle, which must not make the
+// host be told everything anew: the user may have renamed the instance.
+void keepPanel(PF_Handle flat, const SequenceData& sequence) try {
+  if (GlobalData* globalData = GlobalData::current()) {
+    globalData->flatPanels[flat] = {sequence.label, sequence.entries};
+  }
+} catch (const std::bad_alloc&) {  // the host is told again
+}
+
+PanelMemory takePanel(PF_Handle flat) {
+  PanelMemory kept;
+  GlobalData* globalData = GlobalData::current();
+  if (!globalData) return kept;
+  if (auto node = globalData->flatPanels.extract(flat)) kept = std::move(node.mapped());
+  return kept;
+}
+
 SequenceData* unflatten(PF_InData* in_data, PF_Handle flat) {
   const PF_UtilCallbacks& utils = *in_data->utils;
   const void* block = utils.host_lock_handle(flat);
@@ -71,6 +89,9 @@ SequenceData* unflatten(PF_InData* in_data, PF_Handle flat) {
     sequence->path = read.path;
     sequence->hasProgram = read.hasProgram;
     sequence->freshFlag = read.freshFlag;
+    PanelMemory panel = takePanel(flat);
+    sequence->label = std::move(panel.title);
+    sequence->entries = std::move(panel.entries);
   }
   return sequence.release();
 }
@@ -167,6 +188,7 @@ PF_Err sequenceResetup(PF_InData* in_data, PF_OutData* out_data) {
 PF_Err sequenceFlatten(PF_InData* in_data, PF_OutData* out_data) {
   if (SequenceData* sequence = SequenceData::live(in_data->sequence_data)) {
     if (PF_Handle flat = flatten(in_data, *sequence)) {
+      keepPanel(flat, *sequence);
       delete sequence;
       out_data->sequence_data = flat;
     }
@@ -179,6 +201,7 @@ PF_Err sequenceFlatten(PF_InData* in_data, PF_OutData* out_data) {
 
 PF_Err sequenceSetdown(PF_InData* in_data, PF_OutData* out_data) {
   delete SequenceData::live(in_data->sequence_data);
+  takePanel(in_data->sequence_data);
   out_data->sequence_data = nullptr;
   return PF_Err_NONE;
 }

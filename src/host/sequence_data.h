@@ -5,6 +5,7 @@
 #include <string>
 
 #include "core/ae_base.h"
+#include "params/panel_update.h"
 
 namespace vellumtide {
 
@@ -24,8 +25,9 @@ class SequenceData : public aeBase {
   std::string path;         // UTF-8; empty while no program was chosen
   bool hasProgram = false;  // a path was adopted and loaded
   bool unused = false;
-  bool freshFlag = true;  // the controls have not taken a program's defaults yet
-  std::string label;
+  bool freshFlag = true;     // the controls have not taken a program's defaults yet
+  std::string label;         // the title that the host was last given; not saved
+  PopupEntries entries;      // likewise
   std::uint64_t serial = 0;  // no two objects of a run have the same
 };
 

@@ -1,6 +1,9 @@
 #pragma once
 
+#include <array>
+#include <cstddef>
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -27,12 +30,28 @@ class pbVariable {
   NameText name;
 };
 
-/// A default position as a fraction of the layer's size.
+/// A default position as a fraction of the layer's size; the rest as in pbValue.
 struct RelativePoint {
   bool isSet = false;
   float x = 0;
   float y = 0;
+  std::optional<std::array<float, 2>> meant = std::nullopt;
+  std::size_t place = 0;
+
+  std::array<float, 2> meantPlace() const { return meant.value_or(std::array{x, y}); }
 };
+
+/// Takes both parts from a set value of type float2.
+inline RelativePoint relativePointOf(const pbValue& value) {
+  const auto partsOf = [](const ValueCells& cells) {
+    return std::array{cells.floatAt(0), cells.floatAt(1)};
+  };
+  const auto [x, y] = partsOf(value.cells);
+  RelativePoint point{true, x, y};
+  if (value.meant) point.meant = partsOf(*value.meant);
+  point.place = value.place;
+  return point;
+}
 
 /// A program parameter with its metadata. The two entry lists are kept as written, unsplit.
 class pbParameter : public pbVariable {

@@ -1,17 +1,22 @@
+#include "kernel/meant_value.h"
 #include "kernel/number_text.h"
 #include "kernel/section_parsers.h"
 
 namespace vellumtide {
 namespace {
 
-ValueCells readValue(ShaderReader& reader, pbElementType type) {
+pbValue readValue(ShaderReader& reader, pbElementType type) {
   PBKParser::ParameterMetaDataValueParser parser(type);
   reader.run(parser);
-  return parser.cells();
+  return parser.value();
 }
 
 bool isLiteral(LexState state) {
   return state == LexState::CharLiteral || state == LexState::StringLiteral;
+}
+
+bool isBlank(std::string_view token) {
+  return token.find_first_not_of(" \t\r\n") == std::string_view::npos;
 }
 
 }  // namespace
@@ -66,11 +71,11 @@ bool PBKParser::ParameterMetaDataParser::onToken(ShaderReader& reader, std::size
   if (kind != TokenKind::Identifier) return false;
 
   if (token == "defaultValue") {
-    parameter_.defaultValue = {true, readValue(reader, parameter_.type)};
+    parameter_.defaultValue = readValue(reader, parameter_.type);
   } else if (token == "minValue") {
-    parameter_.minValue = {true, readValue(reader, parameter_.type)};
+    parameter_.minValue = readValue(reader, parameter_.type);
   } else if (token == "maxValue") {
-    parameter_.maxValue = {true, readValue(reader, parameter_.type)};
+    parameter_.maxValue = readValue(reader, parameter_.type);
   } else if (token == "aeUIControl") {
     parameter_.aeUIControl = uiControlFromName(reader.nextString(";"));
   } else if (token == "parameterType") {
@@ -84,17 +89,37 @@ bool PBKParser::ParameterMetaDataParser::onToken(ShaderReader& reader, std::size
   } else if (token == "aePopupString") {
     parameter_.aePopupString = reader.nextString(";");
   } else if (token == "aePointRelativeDefaultValue") {
-    const ValueCells cells = readValue(reader, pbElementType::Float2);
-    parameter_.aePointRelativeDefaultValue = {true, cells.floatAt(0), cells.floatAt(1)};
+    parameter_.aePointRelativeDefaultValue =
+        relativePointOf(readValue(reader, pbElementType::Float2));
   }
   return false;
 }
 
 PBKParser::ParameterMetaDataValueParser::ParameterMetaDataValueParser(pbElementType type)
-    : kind_(baseKind(type)), componentCount_(static_cast<std::size_t>(componentCount(type))) {}
+    : type_(type),
+      kind_(baseKind(type)),
+      componentCount_(static_cast<std::size_t>(componentCount(type))) {}
 
-bool PBKParser::ParameterMetaDataValueParser::onToken(ShaderReader&, std::size_t, TokenKind kind,
-                                                      LexState lexState, std::string_view token) {
+pbValue PBKParser::ParameterMetaDataValueParser::value() const {
+  pbValue value = valueOf(cells_, text_, type_);
+  value.place = place_;
+  return value;
+}
+
+/// The text is one character longer than the limit at most, so that a cut one is not taken whole.
+void PBKParser::ParameterMetaDataValueParser::noteText(const ShaderReader& reader,
+                                                       std::size_t length, std::string_view token) {
+  if (text_.empty()) {
+    if (token == ":" || isBlank(token)) return;
+    place_ = reader.position() - length;
+  }
+  text_.append(token.substr(0, kMeantValueLimit + 1 - text_.size()));
+}
+
+bool PBKParser::ParameterMetaDataValueParser::onToken(ShaderReader& reader, std::size_t length,
+                                                      TokenKind kind, LexState lexState,
+                                                      std::string_view token) {
+  if (token != ";" || isLiteral(lexState)) noteText(reader, length, token);
   if (!isLiteral(lexState)) {
     if (token == ";") return true;
     if (token == "-") positive_ = false;

@@ -50,16 +50,22 @@ class PBKParser::ParameterMetaDataValueParser : public ShaderReader::Parser {
   bool onToken(ShaderReader& reader, std::size_t length, TokenKind kind, LexState lexState,
                std::string_view token) override;
   const ValueCells& cells() const { return cells_; }
+  /// The value with what is meant by it, and with its place.
+  pbValue value() const;
 
  private:
+  void noteText(const ShaderReader& reader, std::size_t length, std::string_view token);
   void storeTruth(bool isTrue);
   void storeNumber(std::string_view token);
 
+  pbElementType type_;
   BaseKind kind_;
   std::size_t componentCount_;
   std::size_t count_ = 0;
   bool positive_ = true;
   ValueCells cells_;
+  std::string text_;  // from behind the colon, as far as anybody may mean it
+  std::size_t place_ = 0;
 };
 
 }  // namespace vellumtide

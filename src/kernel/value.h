@@ -5,6 +5,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <cstring>
+#include <optional>
 
 namespace vellumtide {
 
@@ -48,10 +49,17 @@ class ValueCells {
   alignas(4) std::array<std::uint8_t, kCellCount * 4> bytes_{};
 };
 
-/// A default, minimum, maximum or relative default; `isSet` says that the metadata named it.
+/// A default, minimum or maximum; `isSet` says that the metadata named it.
 struct pbValue {
   bool isSet = false;
   ValueCells cells;
+  /// What its author means, where the value rules read something else into the cells.
+  std::optional<ValueCells> meant = std::nullopt;
+  /// Where a kernel's value begins in its text, in bytes.
+  std::size_t place = 0;
+
+  /// What to use: controls, start values and texts for people go by it.
+  const ValueCells& meantCells() const { return meant ? *meant : cells; }
 };
 
 }  // namespace vellumtide

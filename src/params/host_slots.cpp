@@ -22,4 +22,11 @@ void assignHostSlots(pbGraph& program) {
     program.parameters[i]->slot = slots[i];
 }
 
+void takeMeantDefaults(pbGraph& program) {
+  for (const auto& record : program.parameters) {
+    const pbValue& value = record->parameter.defaultValue;
+    if (value.isSet) record->value = value.meantCells();
+  }
+}
+
 }  // namespace vellumtide

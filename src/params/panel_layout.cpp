@@ -35,19 +35,4 @@ PanelLayout panelLayout(const pbGraph* program) {
   return layout;
 }
 
-double componentOf(const pbParameter& parameter, const ValueCells& cells, int index) {
-  const auto at = static_cast<std::size_t>(index);
-  switch (baseKind(parameter.type)) {
-    case BaseKind::Int:
-      return cells.intAt(at);
-    case BaseKind::Float:
-      return static_cast<double>(cells.floatAt(at));
-    case BaseKind::Bool:
-      return cells.boolAt(at) ? 1.0 : 0.0;
-    case BaseKind::None:
-      break;
-  }
-  return 0.0;
-}
-
 }  // namespace vellumtide

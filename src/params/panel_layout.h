@@ -22,7 +22,4 @@ using PanelLayout = std::array<PanelControl, kControlCount>;
 // Control 0, the effect's own layer, is never used here. A null program uses nothing.
 PanelLayout panelLayout(const pbGraph* program);
 
-// Component `index` of a value of a parameter's type.
-double componentOf(const pbParameter& parameter, const ValueCells& cells, int index);
-
 }  // namespace vellumtide

@@ -1,12 +1,14 @@
 #include "params/panel_update.h"
 
 #include <algorithm>
-#include <cmath>
 #include <cstring>
+#include <optional>
+#include <utility>
 
 #include "aeapi/constants.h"
 #include "params/control_labels.h"
 #include "params/panel_layout.h"
+#include "params/program_range.h"
 #include "services/aeo/stream.h"
 
 namespace vellumtide {
@@ -14,135 +16,101 @@ namespace {
 
 constexpr double kFixedOne = 65536.0;
 
-// Narrows a slider's visible range to the program's minimum and maximum, as far as it names them
-// and they leave a range.
-template <class Value, class Convert>
-void setRange(const PanelControl& control, Value validMin, Value validMax, Value& sliderMin,
-              Value& sliderMax, Convert convert) {
-  const pbParameter& parameter = control.record->parameter;
-  const auto limit = [&](const pbValue& value, Value otherwise) {
-    if (!value.isSet) return otherwise;
-    const double wanted = convert(componentOf(parameter, value.cells, control.component));
-    if (std::isnan(wanted)) return otherwise;
+// The range that a slider can be dragged over: the program's as far as it names one, else the
+// bank's, and the bank's alone when that leaves none.
+template <class Value>
+void setRange(const PanelControl& control, double one, Value validMin, Value validMax,
+              Value& sliderMin, Value& sliderMax) {
+  const auto limit = [&](double number) {
     return static_cast<Value>(
-        std::clamp(wanted, static_cast<double>(validMin), static_cast<double>(validMax)));
+        std::clamp(number * one, static_cast<double>(validMin), static_cast<double>(validMax)));
   };
-  const Value low = limit(parameter.minValue, sliderMin);
-  const Value high = limit(parameter.maxValue, sliderMax);
-  if (low >= high) return;
-  sliderMin = low;
-  sliderMax = high;
+  const ProgramRange range = programRange(control.record->parameter, control.component);
+  sliderMin = limit(range.low.value_or(-kSliderReach));
+  sliderMax = limit(range.high.value_or(kSliderReach));
+  if (sliderMin < sliderMax) return;
+  sliderMin = limit(-kSliderReach);
+  sliderMax = limit(kSliderReach);
 }
 
 void setRange(const PanelControl& control, PF_ParamDef& def) {
   if (def.param_type == PF_Param_SLIDER) {
     PF_SliderDef& slider = def.u.sd;
-    setRange(control, slider.valid_min, slider.valid_max, slider.slider_min, slider.slider_max,
-             [](double value) { return value; });
+    setRange(control, 1, slider.valid_min, slider.valid_max, slider.slider_min, slider.slider_max);
   } else if (def.param_type == PF_Param_FIX_SLIDER) {
     PF_FixedSliderDef& slider = def.u.fd;
-    setRange(control, slider.valid_min, slider.valid_max, slider.slider_min, slider.slider_max,
-             [](double value) { return value * kFixedOne; });
+    setRange(control, kFixedOne, slider.valid_min, slider.valid_max, slider.slider_min,
+             slider.slider_max);
   }
 }
 
-// Names, entries and range of one control; the host is told only when that changes something.
+// The entries that a pop-up has to be given; nothing when it has them. What the host hands out may
+// point to a text that is gone, so what was sent before is what counts.
+std::optional<std::string> newEntries(const PanelMemory& memory, PF_ParamIndex index,
+                                      const pbParameter& parameter) {
+  std::string wanted = popupEntries(parameter);
+  if (wanted.empty()) wanted = kPopupChoices;
+  const auto sent = memory.entries.find(index);
+  const bool known = wanted == (sent == memory.entries.end() ? kPopupChoices : sent->second);
+  return known ? std::nullopt : std::optional(std::move(wanted));
+}
+
+// Name, entries and range of one control; the host is told only when that changes something.
 PF_Err define(PF_InData* in_data, const PF_ParamUtilsSuite1& utils, PF_ParamIndex index,
-              const PF_ParamDef& current, const PanelControl& control) {
+              const PF_ParamDef& current, const PanelControl& control, PanelMemory& memory) {
   PF_ParamDef def = current;
   std::memset(def.name, 0, sizeof def.name);
   std::memcpy(def.name, control.label.data(), control.label.size());
-  std::string entries;
   bool changed = std::strncmp(def.name, current.name, sizeof def.name) != 0;
+  std::optional<std::string> entries;
   if (control.record) {
     setRange(control, def);
     changed = changed || std::memcmp(&def.u, &current.u, sizeof def.u) != 0;
     if (def.param_type == PF_Param_POPUP) {
-      entries = popupEntries(control.record->parameter);
-      const char* known = current.u.pd.u.namesptr;
-      if (!entries.empty() && (!known || entries != known)) {
-        def.u.pd.u.namesptr = entries.c_str();
-        changed = true;
-      }
+      entries = newEntries(memory, index, control.record->parameter);
+      if (entries) def.u.pd.u.namesptr = entries->c_str();
     }
   }
-  if (!changed) return PF_Err_NONE;
+  if (!changed && !entries) return PF_Err_NONE;
   def.uu.change_flags = 0;
-  return utils.PF_UpdateParamUI(in_data->effect_ref, index, &def);
+  const PF_Err error = utils.PF_UpdateParamUI(in_data->effect_ref, index, &def);
+  if (entries && !error) memory.entries[index] = std::move(*entries);
+  return error;
 }
 
-std::string instanceTitle(const pbGraph* program) {
-  return "VTD: " + (program ? program->name : "(Invalid PB)");
-}
-
-PF_Err setDefault(const AEO::Effect& effect, const PF_InData& in, const pbGraphParameter& record,
-                  Bank bank, int component) {
-  const pbParameter& parameter = record.parameter;
-  const pbValue& value = parameter.defaultValue;
-  const RelativePoint& relative = parameter.aePointRelativeDefaultValue;
-  if (!value.isSet && !(bank == Bank::Point && relative.isSet)) return PF_Err_NONE;
-
-  const AEO::Stream stream(effect, record.slot + component);
-  const auto at = [&](int index) {
-    const double number = componentOf(parameter, value.cells, index);
-    return std::isnan(number) ? 0.0 : std::clamp(number, -32767.0, 32767.0);
-  };
-  switch (bank) {
-    case Bank::Checkbox:
-      return stream.setOneD(at(component) != 0.0 ? 1.0 : 0.0);
-    case Bank::Popup:
-      return stream.setOneD(std::clamp(std::floor(at(0)), 0.0, 31.0) + 1.0);
-    case Bank::Slider:
-    case Bank::Fixed:
-    case Bank::Angle:
-      return stream.setOneD(at(component));
-    case Bank::Point:
-      return value.isSet ? stream.setTwoD(at(0), at(1))
-                         : stream.setTwoD(static_cast<double>(relative.x) * in.width,
-                                          static_cast<double>(relative.y) * in.height);
-    case Bank::Color: {
-      const bool hasAlpha = componentCount(parameter.type) >= 4;
-      return stream.setColor(at(0), at(1), at(2), hasAlpha ? at(3) : 1.0);
-    }
-    case Bank::None:
-      break;
-  }
-  return PF_Err_NONE;
+// The user may have named the instance otherwise since; that stays until the program's title does
+// not.
+PF_Err setTitle(const AEO::Effect& effect, const pbGraph* program, PanelMemory& memory) {
+  std::string title = "VTD: " + (program ? program->name : "(Invalid PB)");
+  if (title == memory.title) return PF_Err_NONE;
+  const PF_Err error = AEO::setInstanceTitle(effect, 1, title);
+  if (!error) memory.title = std::move(title);
+  return error;
 }
 
 }  // namespace
 
-PF_Err updatePanel(PF_InData* in_data, PF_ParamDef* controls[], const pbGraph* program) {
+PF_Err updatePanel(PF_InData* in_data, PF_ParamDef* controls[], const pbGraph* program,
+                   PanelMemory& memory) {
   const AEO::Effect effect(in_data);
   if (effect.error()) return effect.error();
   const ScopedSuite<PF_ParamUtilsSuite1> utils(in_data->pica_basicP);
   if (!utils) return utils.error();
 
+  PF_Err first = PF_Err_NONE;
+  const auto note = [&first](PF_Err error) {
+    if (!first) first = error;
+  };
   const PanelLayout layout = panelLayout(program);
   for (PF_ParamIndex index = 1; index < kControlCount; ++index) {
     const PanelControl& control = layout[static_cast<std::size_t>(index)];
-    const AEO::Stream stream(effect, index);
-    PF_Err error = stream.setHidden(!control.isUsed());
-    if (!error && control.isUsed() && controls && controls[index]) {
-      error = define(in_data, *utils.operator->(), index, *controls[index], control);
-    }
-    if (error) return error;
-  }
-  return AEO::setInstanceTitle(effect, 1, instanceTitle(program));
-}
-
-PF_Err adoptDefaults(PF_InData* in_data, const pbGraph& program) {
-  const AEO::Effect effect(in_data);
-  if (effect.error()) return effect.error();
-  for (const auto& record : program.parameters) {
-    if (record->slot < 0) continue;
-    const ControlNeed need = controlNeed(record->parameter);
-    for (int component = 0; component < need.count; ++component) {
-      const PF_Err error = setDefault(effect, *in_data, *record, need.bank, component);
-      if (error) return error;
+    note(AEO::Stream(effect, index).setHidden(!control.isUsed()));
+    if (control.isUsed() && controls && controls[index]) {
+      note(define(in_data, *utils.operator->(), index, *controls[index], control, memory));
     }
   }
-  return PF_Err_NONE;
+  note(setTitle(effect, program, memory));
+  return first;
 }
 
 }  // namespace vellumtide

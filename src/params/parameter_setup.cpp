@@ -13,10 +13,6 @@ constexpr PF_Fixed fixed(int value) {
   return value * 65536;
 }
 
-constexpr const char* kPopupChoices =
-    "0|1|2|3|4|5|6|7|8|9|10|11|12|13|14|15|16|17|18|19|20|21|22|23|24|25|26|27|28|29|30|31";
-constexpr A_short kPopupChoiceCount = 32;
-
 PF_ParamDef makeControl(PF_ParamType type, const char* name) {
   PF_ParamDef def{};
   def.param_type = type;
@@ -47,19 +43,19 @@ PF_ParamDef makePopup() {
 
 PF_ParamDef makeSlider() {
   PF_ParamDef def = makeControl(PF_Param_SLIDER, "slider");
-  def.u.sd.valid_min = -32767;
-  def.u.sd.valid_max = 32767;
-  def.u.sd.slider_min = -254;
-  def.u.sd.slider_max = 254;
+  def.u.sd.valid_min = -kFarthestValue;
+  def.u.sd.valid_max = kFarthestValue;
+  def.u.sd.slider_min = -kSliderReach;
+  def.u.sd.slider_max = kSliderReach;
   return def;
 }
 
 PF_ParamDef makeFixedSlider() {
   PF_ParamDef def = makeControl(PF_Param_FIX_SLIDER, "fixed");
-  def.u.fd.valid_min = fixed(-32767);
-  def.u.fd.valid_max = fixed(32767);
-  def.u.fd.slider_min = fixed(-254);
-  def.u.fd.slider_max = fixed(254);
+  def.u.fd.valid_min = fixed(-kFarthestValue);
+  def.u.fd.valid_max = fixed(kFarthestValue);
+  def.u.fd.slider_min = fixed(-kSliderReach);
+  def.u.fd.slider_max = fixed(kSliderReach);
   def.u.fd.precision = 1;
   return def;
 }

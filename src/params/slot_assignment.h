@@ -22,6 +22,14 @@ struct BankRange {
 constexpr int kControlCount = 124;  // parameter 0, the effect's own layer, included
 constexpr int kLayerInputCount = 4;
 
+// What the bank's controls hold, whatever a program says: numbers of sliders, degrees and pixels.
+constexpr int kFarthestValue = 32767;
+constexpr int kSliderReach = 254;  // what a slider can be dragged over when no program narrows it
+
+constexpr const char* kPopupChoices =
+    "0|1|2|3|4|5|6|7|8|9|10|11|12|13|14|15|16|17|18|19|20|21|22|23|24|25|26|27|28|29|30|31";
+constexpr int kPopupChoiceCount = 32;
+
 BankRange bankRange(Bank bank);
 
 // The controls that a parameter asks for: `count` consecutive ones of a bank. None for types that

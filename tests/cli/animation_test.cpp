@@ -119,7 +119,7 @@ TEST_F(Animations, MistakesAreNamed) {
       {"count@1:smooth=1", "", "expected NAME@FRAME=VALUE"},
       {"nothing@1=1", "", "-k nothing@1=1: there is no control \"nothing\"; the controls are"},
       {"amount@1e9s=2", "", "expected a time"},
-      {"amount@1=3.5", "", "-k amount@1=3.5: expected a number from -1 to 3"},
+      {"amount@1=4e4", "", "-k amount@1=4e4: expected a number from -32767 to 32767"},
       {"on@1:linear=true", "", "a check box has nothing between its values; expected hold"},
       {"turn@1=2", "", "\"turn\" is set with -p, too"},
       {"offset@1s=1,2,3", R"({"offset y": [{"frame": 24, "value": 1}]})",

@@ -46,6 +46,37 @@ TEST_F(Commands, InspectKernelAsJson) {
   }
 }
 
+// Cells stay as they read, with what is meant and its place beside those that differ.
+TEST_F(Commands, MeantValuesAreShownWithTheirPlaces) {
+  writeText("k.pbk", kernelText("dst = src;",
+                                "parameter float2 size <\n\tminValue : float2(0.0, 0.0);\n\t"
+                                "maxValue : /* \xC3\xA4 */ float2(200.0); defaultValue : 1e1; >;"
+                                "parameter float2 at < aeUIControl : \"aePoint\"; defaultValue : "
+                                "float2(9.0, 9.0); aePointRelativeDefaultValue : float2(0.5); >;"));
+  const Json kernel = Json::parse(run("inspect k.pbk --json").out)["parameters"];
+  EXPECT_EQ(kernel[0]["minValue"], Json::parse(R"({"isSet":true,"cells":[0.0,0.0]})"));
+  EXPECT_EQ(kernel[0]["maxValue"]["cells"], Json::parse("[200.0,0.0]"));
+  EXPECT_EQ(kernel[0]["maxValue"]["meant"], Json::parse("[200.0,200.0]"));
+  EXPECT_EQ(kernel[0]["maxValue"]["column"], 21);
+  EXPECT_EQ(kernel[0]["maxValue"]["line"].get<int>(), kernel[0]["defaultValue"]["line"]);
+  EXPECT_EQ(kernel[1]["aePointRelativeDefaultValue"]["meant"], Json::parse("[0.5,0.5]"));
+  const std::string text = run("inspect k.pbk").out;
+  for (const char* part : {"10 each", "200 each", "50%,50%",
+                           "column 21: maxValue of \"size\" is meant as 200 each, "
+                           "its cells read 200,0"}) {
+    EXPECT_NE(text.find(part), std::string::npos) << part << " in\n" << text;
+  }
+  writeText("g.pbg",
+            "\xEF\xBB\xBF<graph name='G'>\r\n<parameter name='lost'/><parameter name='p' "
+            "type='float2'><metadata value='1,2' name='minValue'/>\r\n<metadata type='\xC3\xA4' "
+            "value = '3' name='maxValue'/></parameter></graph>");
+  const Json graph = Json::parse(run("inspect g.pbg --json").out)["parameters"];
+  EXPECT_FALSE(graph[0]["minValue"].contains("meant"));
+  EXPECT_EQ(
+      graph[0]["maxValue"],
+      Json::parse(R"({"isSet":true,"cells":[3.0,0.0],"meant":[3.0,3.0],"line":3,"column":29})"));
+}
+
 TEST_F(Commands, InspectGraphAndPrintItsNodes) {
   writeText("g.pbg",
             "<graph name='G' languageVersion='1.0'><metadata name='vendor' value='V'/>"

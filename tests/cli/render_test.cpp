@@ -86,13 +86,15 @@ TEST_F(Render, ControlsReachTheKernelByTheirLabels) {
   } kRefused[] = {
       {"nothing=1",
        "the controls are \"on x\", \"on y\", \"mode\", \"count\", \"Amount = x\", \"m [0][0]\""},
-      {"amount=1", "a number from 0 to 0.9"},
+      {"amount=32768", "a number from -32767 to 32767"},
       {"amount=many", "a number"},
       {"amount=", "a number"},
       {"count=1.5", "a whole number"},
       {"place=5", "x,y"},
+      {"place=1,4e4", "but y is 40000"},
       {"Tint=#12345", "#rrggbb"},
-      {"Tint=2,0,0", "from 0 to 1"},
+      {"Tint=0,2,0", "from 0 to 1, but green is 2"},
+      {"m=1,2,4e4,0", "\"m [1][0]\": expected a number from -32767 to 32767"},
       {"mode=4", "one of low, 7, high or its number"},
       {"on x=perhaps", "true or false"},
       {"m=1,2", "4 values"},
@@ -102,6 +104,33 @@ TEST_F(Render, ControlsReachTheKernelByTheirLabels) {
     const std::string message = refusal("k.pbk -i in.png -p '" + std::string(setting) + "'", 2);
     EXPECT_NE(message.find(expected), std::string::npos) << message;
   }
+}
+
+// What the panel takes is taken: there a range only narrows a slider, and an empty one does
+// nothing.
+TEST_F(Render, ARangeOfTheProgramIsNoLimit) {
+  writeText("k.pbk", kernelText("dst = float4(a, b / 10000.0, float(c) / 100.0);",
+                                "parameter float2 a < maxValue : float2(0.5); >;"
+                                "parameter float b < minValue : 0.0; maxValue : 0.0; >;"
+                                "parameter int c < minValue : 9; maxValue : 1; >;"));
+  writePicture("in.png");
+  const struct {
+    const char *setting, *note;
+  } kCases[] = {
+      {"a=0.5,2", "vellumtide: -p a=0.5,2: note: \"a y\" is outside the program's range to 0.5\n"},
+      {"a=0.5,0.5", ""},
+      {"b=7500", ""},
+      {"c=-25", ""},
+  };
+  std::string all;
+  for (const auto& [setting, note] : kCases) {
+    all += " -p " + std::string(setting);
+    const Outcome outcome = run("render k.pbk -i in.png -o out.exr -p " + std::string(setting));
+    EXPECT_EQ(outcome.status, 0) << outcome.error;
+    EXPECT_EQ(outcome.error, note);
+  }
+  EXPECT_EQ(run("render k.pbk -i in.png -o out.exr --depth 32" + all).status, 0);
+  expectPixel(readImageFile(file("out.exr")).pixels, 4, 3, {0.5, 0.5, 0.75, -0.25}, 1e-3);
 }
 
 TEST_F(Render, LayersOfTwoInputsAndReducedResolution) {

@@ -113,7 +113,7 @@ TEST_F(Sheets, ProgramsThatFailSaySoAndTheOthersAreDrawn) {
       {"broken.pbk -i clear.png", 3, "broken.pbk: "},
       {"k.pbk", 2, "-i"},
       {"k.pbk -i gone.png", 4, "gone.png"},
-      {"k.pbk -i clear.png -s amount=2", 2, "--sweep amount=2: expected a number from 0 to 1"},
+      {"k.pbk -i clear.png -s amount=4e4", 2, "--sweep amount=4e4: expected a number from -32767"},
       {"k.pbk -i clear.png -s n -s on -s mode", 2, "two directions"},
       {"k.pbk clear.png -s n -i clear.png", 2, "clear.png is no program"},
       {"k.pbk -i clear.png -i clear.png", 2, "takes 1 image"},

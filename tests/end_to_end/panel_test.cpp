@@ -91,12 +91,137 @@ TEST(Panel, FullBanksLeaveParametersOut) {
                  "parameter float2 e; parameter float g <defaultValue: 4.0;>;",
                  "dst = float4(d, g);"));
   EXPECT_EQ(shown(tight, 48), "92 e x; 93 e y");
-  EXPECT_EQ(pixelAt(session.render(tight, {.format = kFloat}), 1, 1), (Rgba{9, 0, 0, 4}));
+  EXPECT_EQ(pixelAt(session.render(tight, {.format = kFloat}), 1, 1), (Rgba{9, 9, 9, 4}));
   // A fifth input has no layer.
   Effect& many = session.kernel(
       picture(), kernelText("input image4 a, b, c, d, e;", "dst = sampleNearest(e, outCoord());"));
   EXPECT_EQ(shown(many), "1 b; 2 c; 3 d");
   EXPECT_EQ(pixelAt(session.render(many), 1, 1), (Rgba{0, 0, 0, 0}));
+}
+
+// The host refuses what a control cannot hold; one value must not cost the others theirs.
+TEST(Panel, DefaultsComeIntoTheRangeOfTheirControls) {
+  Session session;
+  const std::string huge(60, '9');
+  Effect& effect = session.kernel(
+      picture(),
+      kernelText(
+          "parameter float4 ink <aeUIControl: \"aeColor\"; defaultValue: float4(2.0, 0.5, -3, " +
+              huge + ");>;" +
+              "parameter int3 tint <parameterType: \"colorRGB\"; defaultValue: int3(1,255,-1);>;"
+              "parameter float2 a <aeUIControl: \"aePoint\"; defaultValue: float2(1.0, 2.0);"
+              "  aePointRelativeDefaultValue: float2(0.5, 0.25);>;"
+              "parameter float2 b <aeUIControl: \"aePoint\"; aePointRelativeDefaultValue: float2(" +
+              huge + ", -" + huge + ");>;" +
+              "parameter float2 c <parameterType: \"position\"; defaultValue: float2(-" + huge +
+              ", 7);>;"
+              "parameter int pick <aeUIControl: \"aePopup\"; defaultValue: 99;>;"
+              "parameter float item <aeUIControl: \"aePopup\"; defaultValue: -" +
+              huge +
+              ";>;"
+              "parameter int steps <defaultValue: 40000;>;"
+              "parameter float turn <aeUIControl: \"aeAngle\"; defaultValue: " +
+              huge +
+              ";>;"
+              "parameter float2 last <defaultValue: float2(-" +
+              huge + ", 3);>;",
+          kCopy));
+  const auto& color = effect.findShown("ink")->color;
+  EXPECT_EQ((std::vector{color.red, color.green, color.blue, color.alpha}),
+            (std::vector{1.0, 0.5, 0.0, 1.0}));
+  const auto& tint = effect.findShown("tint")->color;
+  EXPECT_EQ((std::vector{tint.red, tint.green, tint.blue, tint.alpha}),
+            (std::vector{1.0, 1.0, 0.0, 1.0}));
+  const struct {
+    const char* label;
+    double x, y;
+  } points[] = {{"a", 20, 5}, {"b", 32767, -32767}, {"c", -32767, 7}};
+  for (const auto& point : points) {
+    EXPECT_EQ(effect.findShown(point.label)->point.x, point.x) << point.label;
+    EXPECT_EQ(effect.findShown(point.label)->point.y, point.y) << point.label;
+  }
+  for (const auto& [label, number] : {std::pair{"pick", 32},
+                                      {"item", 1},
+                                      {"steps", 32767},
+                                      {"turn", 32767},
+                                      {"last x", -32767},
+                                      {"last y", 3}}) {
+    EXPECT_EQ(effect.findShown(label)->number, number) << label;
+  }
+  // Values that are no numbers come in graphs.
+  Effect& graph = session.graph(
+      picture(),
+      "<graph name='g'><parameter name='at' type='float2'><metadata name='aeUIControl' "
+      "value='aePoint'/><metadata name='aePointRelativeDefaultValue' value='nan,inf'/></parameter>"
+      "<parameter name='ink' type='float3'><metadata name='parameterType' value='colorRGB'/>"
+      "<metadata name='defaultValue' value='nan,inf,-inf'/></parameter><parameter name='pick' "
+      "type='float'><metadata name='aeUIControl' value='aePopup'/><metadata name='defaultValue' "
+      "value='nan'/></parameter><parameter name='n' type='float2'><metadata name='defaultValue' "
+      "value='nan,-inf'/><metadata name='minValue' value='nan,nan'/></parameter>"
+      "<inputImage type='image4' name='s'/><outputImage type='image4' name='o'/><kernel><![CDATA[" +
+          kernelText("", kCopy) +
+          "]]></kernel><node id='k' name='Sample'/><connect fromImage='s' toNode='k' "
+          "toInput='src'/>"
+          "<connect fromNode='k' fromOutput='dst' toImage='o'/></graph>");
+  EXPECT_EQ(graph.findShown("at")->point.x, 0);
+  EXPECT_EQ(graph.findShown("at")->point.y, 32767);
+  EXPECT_EQ(graph.findShown("ink")->color.red, 0);
+  EXPECT_EQ(graph.findShown("ink")->color.green, 1);
+  EXPECT_EQ(graph.findShown("pick")->number, 1);
+  EXPECT_EQ(graph.findShown("n x")->number, 0);
+  EXPECT_EQ(graph.findShown("n y")->number, -32767);
+  EXPECT_EQ(graph.findShown("n x")->sliderMin, -254);
+}
+
+// Whichever call is refused: in the end every control has its default, and later updates are as
+// usual.
+TEST(Panel, ARefusalCostsNoDefault) {
+  Session session;
+  const std::string path = session.file(
+      "k.pbk", kernelText("parameter float a <defaultValue: 1.0;>; parameter float b <defaultValue:"
+                          " 2.0;>; parameter float c <defaultValue: 3.0;>;",
+                          kCopy));
+  const auto begin = [&]() -> Effect& {
+    Layer& layer = session.layer(picture(), path);
+    return session.host.newInstance(layer);
+  };
+  session.host.updateParamsUi(begin());
+  for (uint64_t n = 1; n < 5000; ++n) {
+    Effect& effect = begin();
+    const uint64_t before = session.host.gate().refusals();
+    session.host.gate().refuseNth(CallKind::kSuiteCall, n);
+    session.host.updateParamsUi(effect);
+    session.host.gate().refuseNth(0);
+    if (session.host.gate().refusals() == before) break;
+    EXPECT_EQ(session.host.updateParamsUi(effect), PF_Err_NONE);
+    EXPECT_EQ(effect.title, "VTD: Sample");
+    for (const auto& [label, number] : {std::pair{"a", 1}, {"b", 2}, {"c", 3}})
+      EXPECT_EQ(effect.findShown(label)->number, number) << session.host.gate().lastRefused();
+    session.host.closeInstance(effect);
+    if (HasFailure()) break;
+  }
+}
+
+TEST(Panel, TheUsersNameOfAnInstanceStays) {
+  Session session;
+  Effect& effect = session.host.newInstance(session.layer(picture()));
+  const auto update = [&] { EXPECT_EQ(session.host.updateParamsUi(effect), PF_Err_NONE); };
+  update();
+  EXPECT_EQ(effect.title, "VTD: (Invalid PB)");
+  // Another program is another title.
+  for (const char* expected : {"VTD: (Invalid PB)", "VTD: Other"}) {
+    EXPECT_EQ(effect.title, expected);
+    effect.title = "Mine";
+    update();
+    EXPECT_EQ(effect.title, "Mine");
+    session.host.save(effect);
+    update();
+    EXPECT_EQ(effect.title, "Mine") << "saving is no reason";
+    session.host.scripts().fileAnswers = {
+        session.file("other.pbk", kernelText("", kCopy, "Other"))};
+    EXPECT_EQ(session.host.doDialog(effect), PF_Err_NONE);
+    update();
+  }
 }
 
 }  // namespace

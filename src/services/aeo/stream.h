@@ -40,11 +40,12 @@ class Stream {
   PF_Err setTwoD(double x, double y) const;
   // Components from 0 to 1.
   PF_Err setColor(double red, double green, double blue, double alpha) const;
+  // Any of these, in the field that is the control's.
+  PF_Err setValue(const AEGP_StreamVal2& value) const;
 
  private:
   template <class Call>
   void receive(Call call);
-  PF_Err setValue(const AEGP_StreamVal2& value) const;
 
   SPBasicSuite* basic_;
   ScopedSuite<AEGP_StreamSuite3> suite_;
