@@ -100,7 +100,8 @@ class PBKParser::GlobalParser : public ShaderReader::Parser {
       if (onWord(reader, token)) return false;
     } else if (kind == TokenKind::Operator) {
       if (token == "}" && reader.braceDepth() == 0) return true;
-      if (token == "{" && reader.braceDepth() == 1) {
+      // Later braces at this depth stand in macros and quotes, and belong to the body.
+      if (token == "{" && reader.braceDepth() == 1 && !isInsideBody_) {
         isInsideBody_ = true;
         return false;
       }
@@ -200,8 +201,8 @@ class PBKParser::GlobalParser : public ShaderReader::Parser {
   void keepLine(ShaderReader& reader, std::size_t length) {
     const std::size_t place = reader.position() - length;
     put("#", place);
-    const std::string_view line = reader.restOfLine();
-    keep(reader, line.size(), line);
+    Parser line;
+    runInto(reader, line, &ShaderReader::runLine);
     put("\n", reader.position());
   }
 

@@ -53,10 +53,11 @@ bool ShaderReader::Parser::onToken(ShaderReader& reader, std::size_t length, Tok
   return false;
 }
 
-void ShaderReader::Parser::runInto(ShaderReader& reader, Parser& parser) {
+void ShaderReader::Parser::runInto(ShaderReader& reader, Parser& parser,
+                                   void (ShaderReader::*run)(Parser&)) {
   SourceMap own;
   if (map) parser.map = &own;
-  reader.run(parser);
+  (reader.*run)(parser);
   if (map) map->append(own, output.size());
   output.append(parser.output);
 }
@@ -128,19 +129,16 @@ std::string_view ShaderReader::restOfLiteral() {
   return std::string_view(text_).substr(begin);
 }
 
-std::string_view ShaderReader::restOfLine() {
-  const std::size_t begin = position_;
-  bool isOpen = true;
-  while (isOpen && !atEnd()) {
-    if (classOf(text_[position_]) == CharClass::LineEnd) {
-      ++lineCount_;
-      isOpen = isContinued(position_);
-    }
-    ++position_;
+void ShaderReader::runLine(Parser& parser) {
+  lexState_ = LexState::Preprocessor;
+  while (lexState_ == LexState::Preprocessor && !atEnd()) {
+    const bool isLineComment = peek(0) == '/' && peek(1) == '/';
+    const Token token = next();
+    parser.onToken(*this, token.length, token.kind, lexState_, token.text);
+    if (isLineComment) break;
   }
   lexState_ = LexState::Code;
   oddBackslashes_ = false;
-  return std::string_view(text_).substr(begin, position_ - begin);
 }
 
 void ShaderReader::skipCharacter() {
@@ -244,14 +242,19 @@ std::size_t ShaderReader::operatorLength() const {
 }
 
 /// A line comment takes its line end along; a comment that is never closed reaches to the end of
-/// the text. Inside a preprocessor line an uncontinued line end ends that line.
+/// the text. A preprocessor line goes on behind a block comment, however many lines that has.
 ShaderReader::Token ShaderReader::takeComment(bool isBlock) {
   const std::size_t begin = position_;
   const std::size_t mark =
       isBlock ? text_.find("*/", begin + 2) : text_.find_first_of("\r\n", begin);
   const std::size_t end = mark == std::string::npos ? text_.size() : mark + (isBlock ? 2 : 1);
   for (std::size_t at = begin; at < end; ++at) {
-    if (classOf(text_[at]) == CharClass::LineEnd) passLineEnd(at);
+    if (classOf(text_[at]) != CharClass::LineEnd) continue;
+    if (isBlock) {
+      ++lineCount_;
+    } else {
+      passLineEnd(at);
+    }
   }
   oddBackslashes_ = false;
   position_ = end;
