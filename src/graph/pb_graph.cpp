@@ -7,12 +7,18 @@
 #include "gl/gl_loader.h"
 #include "graph/evaluation_order.h"
 #include "graph/node.h"
+#include "kernel/cut_text.h"
 
 namespace vellumtide {
 namespace {
 
+// A name as it is shown: its record may end within a character.
+std::string shownName(const NameText& text) {
+  return std::string(cutText(text, NameText::kCapacity));
+}
+
 std::string describe(std::string_view what, const pbMetadata& metadata) {
-  const auto orDash = [](const NameText& text) { return text.empty() ? "-" : text.str(); };
+  const auto orDash = [](const NameText& text) { return text.empty() ? "-" : shownName(text); };
   return std::string(what) + " : " + orDash(metadata.name) +
          "\nversion : " + std::to_string(metadata.version) +
          "\nVendor : " + orDash(metadata.vendor) + "\n\n" + metadata.description;
@@ -49,7 +55,7 @@ class SlotFinder {
 }  // namespace
 
 pbGraph::pbGraph(const pbGraphInfo& info, std::int32_t order)
-    : name(info.name.str()), channelOrder(order) {
+    : name(shownName(info.name)), channelOrder(order) {
   parameters.reserve(info.parameters.size());
   for (const pbParameter& parameter : info.parameters) {
     parameters.push_back(makeGraphParameter(parameter));
@@ -73,7 +79,7 @@ pbGraph::pbGraph(const pbGraphInfo& info, std::int32_t order)
 }
 
 pbGraph::pbGraph(const pbKernelInfo& kernel, std::int32_t order)
-    : name(kernel.name.str()), channelOrder(order) {
+    : name(shownName(kernel.name)), channelOrder(order) {
   parameters.reserve(kernel.parameters.size());
   for (const pbParameter& parameter : kernel.parameters) {
     parameters.push_back(makeKernelParameter(parameter));
