@@ -17,8 +17,6 @@ namespace {
 
 namespace fs = std::filesystem;
 
-constexpr std::uintmax_t kLargestFile = kGraphTextLimit;
-
 [[noreturn]] void fail(const fs::path& path, const std::string& reason) {
   throw Failure(ExitStatus::Program, utf8(path) + ": " + reason);
 }
@@ -28,7 +26,7 @@ std::string readText(const fs::path& path) {
   const fs::file_status status = fs::status(path, failed);
   if (!fs::exists(status)) fail(path, "there is no such file");
   if (fs::is_directory(status)) fail(path, "is a folder, not a program file");
-  if (fs::is_regular_file(status) && fs::file_size(path, failed) > kLargestFile) {
+  if (fs::is_regular_file(status) && fs::file_size(path, failed) > limits::kTextBytes) {
     fail(path, "the file is larger than 64 MiB");
   }
   errno = 0;
@@ -42,9 +40,14 @@ std::string readText(const fs::path& path) {
   return text;
 }
 
+void checkLimit(const fs::path& path, Limit beyond) {
+  if (beyond != Limit::None) fail(path, "asks for " + limitText(beyond));
+}
+
 pbKernelInfo parseKernel(const fs::path& path, const std::string& text) {
   pbKernelInfo kernel;
   PBKParser(text).parse(kernel);
+  checkLimit(path, kernel.beyond);
   const bool nothing = kernel.name.empty() && kernel.inputs.empty() && kernel.output.name.empty() &&
                        kernel.parameters.empty() && kernel.dependents.empty();
   if (nothing)
@@ -54,7 +57,9 @@ pbKernelInfo parseKernel(const fs::path& path, const std::string& text) {
 
 pbGraphInfo parseGraph(const fs::path& path, const std::string& text) {
   pbGraphInfo graph;
-  if (readGraphText(text.c_str(), graph) != 0) {
+  const bool isRead = readGraphText(text.c_str(), graph) == 0;
+  checkLimit(path, graph.beyond);
+  if (!isRead) {
     fail(path, "holds no graph (a graph is an XML document with a \"graph\" element)");
   }
   return graph;

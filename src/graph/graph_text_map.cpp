@@ -133,7 +133,7 @@ SourceMap mapNode(const TiXmlText* node, std::string_view text, XmlCursor& curso
 GraphTextMaps mapGraphTexts(const char* text) {
   GraphTextMaps maps;
   TiXmlDocument document;
-  if (!buildDocument(text, document, true)) return maps;
+  if (buildDocument(text, document, true) != Limit::None) return maps;
   const TiXmlElement* root = document.FirstChildElement("graph");
   if (!root) return maps;
   XmlCursor kernels(text);

@@ -14,7 +14,7 @@ struct GraphTextMaps {
   std::vector<SourceMap> functionSources;
 };
 
-/// The maps of a text that readGraphText reads; empty when it refuses it.
+/// The maps of a text that readGraphText reads; empty when it cannot be made a tree.
 GraphTextMaps mapGraphTexts(const char* text);
 
 }  // namespace vellumtide

@@ -33,23 +33,38 @@ std::unordered_map<std::string_view, std::size_t> indexByName(
   return index;
 }
 
-// Finds a node's input slots by name; the first of a name wins. Kept per node, because a hostile
+// Finds a node's input slots by the name that a connection or an image has: by the whole name,
+// else by what a record keeps of it; the first of a name wins. Kept per node, because a hostile
 // kernel may have as many inputs as its graph has connections.
 class SlotFinder {
  public:
-  InputSlot* find(NodeBase& node, std::string_view slotName) {
+  InputSlot* find(NodeBase& node, std::string_view inputName) {
     auto [entry, isNew] = byNode_.try_emplace(&node);
-    auto& slots = entry->second;
+    Slots& slots = entry->second;
     if (isNew) {
-      for (InputSlot& slot : node.inputs)
-        slots.try_emplace(slot.name.view(), &slot);
+      for (InputSlot& slot : node.inputs) {
+        slots.byName.try_emplace(slot.uniformName, &slot);
+        slots.byRecord.try_emplace(recorded(slot.uniformName), &slot);
+      }
     }
-    const auto found = slots.find(slotName);
-    return found == slots.end() ? nullptr : found->second;
+    const auto found = slots.byName.find(inputName);
+    if (found != slots.byName.end()) return found->second;
+    const auto similar = slots.byRecord.find(recorded(inputName));
+    return similar == slots.byRecord.end() ? nullptr : similar->second;
   }
 
  private:
-  std::unordered_map<NodeBase*, std::unordered_map<std::string_view, InputSlot*>> byNode_;
+  using ByText = std::unordered_map<std::string_view, InputSlot*>;
+  struct Slots {
+    ByText byName;
+    ByText byRecord;
+  };
+
+  static std::string_view recorded(std::string_view text) {
+    return text.substr(0, NameText::kCapacity);
+  }
+
+  std::unordered_map<NodeBase*, Slots> byNode_;
 };
 
 }  // namespace
@@ -64,9 +79,9 @@ pbGraph::pbGraph(const pbGraphInfo& info, std::int32_t order)
   for (const pbVariable& image : info.inputs) {
     nodes.emplace_back(newOrThrow<ImageNode>(this, image.name.view()));
   }
-  const KernelsByName kernels(info);
-  for (std::size_t i = 0; i < info.nodes.size(); ++i) {
-    nodes.emplace_back(newOrThrow<Node>(this, info, kernels, i));
+  NodePrograms programs(info, order);
+  for (const pbgNodeInfo& node : info.nodes) {
+    nodes.emplace_back(newOrThrow<Node>(this, node, programs));
   }
   connect(info);
   if (outputIndex == -1) sendMessage(Channel::Debug, "No output node.\n" + name + "\n");
@@ -91,7 +106,7 @@ pbGraph::pbGraph(const pbKernelInfo& kernel, std::int32_t order)
   SlotFinder slots;
   for (const pbVariable& input : kernel.inputs) {
     nodes.emplace_back(newOrThrow<ImageNode>(this, input.name.view()));
-    if (InputSlot* slot = slots.find(node, input.name)) slot->source = nodes.back().get();
+    if (InputSlot* slot = slots.find(node, input.sourceName)) slot->source = nodes.back().get();
   }
   fillUnconnectedInputs();
   description = describe("Pixel Bender Kernel", kernel);
@@ -118,7 +133,7 @@ void pbGraph::connect(const pbGraphInfo& info) {
     if (connection.kind == ConnectionKind::None) continue;
     const std::size_t target = indexOf(connection.to);
     if (source == nodes.size() || target == nodes.size()) continue;
-    if (InputSlot* slot = slots.find(*nodes[target], connection.toInput)) {
+    if (InputSlot* slot = slots.find(*nodes[target], connection.fullToInput)) {
       slot->source = nodes[source].get();
     }
   }

@@ -4,6 +4,7 @@
 #include <optional>
 #include <utility>
 
+#include "core/message_channels.h"
 #include "glsl/channel_order.h"
 #include "graph/graph_reader.h"
 #include "host/program_description.h"
@@ -30,7 +31,7 @@ ProgramKind kindOf(const std::string& path) {
 std::optional<std::string> readWhole(const std::string& path) {
   HostFile file(path);
   if (!file.open('r')) return std::nullopt;
-  return file.readAll();
+  return file.readAll(limits::kTextBytes);
 }
 
 // Built with the device current; a program that cannot be drawn goes again at once.
@@ -42,15 +43,25 @@ std::unique_ptr<pbGraph> buildUsable(const GlobalData& globalData, const Info& i
   return program;
 }
 
-std::unique_ptr<pbGraph> buildGraph(const GlobalData& globalData, const std::string& text) {
-  pbGraphInfo info;
-  return readGraphText(text.c_str(), info) == 0 ? buildUsable(globalData, info) : nullptr;
+void sayRefused(Limit limit, const std::string& path) {
+  sendMessage(Channel::Debug, "Program refused: " + limitText(limit) + "\n" + path + "\n");
 }
 
-std::unique_ptr<pbGraph> buildKernel(const GlobalData& globalData, const std::string& text) {
+std::unique_ptr<pbGraph> buildGraph(const GlobalData& globalData, const std::string& path,
+                                    const std::string& text) {
+  pbGraphInfo info;
+  const bool isRead = readGraphText(text.c_str(), info) == 0;
+  if (info.beyond != Limit::None) sayRefused(info.beyond, path);
+  return isRead ? buildUsable(globalData, info) : nullptr;
+}
+
+std::unique_ptr<pbGraph> buildKernel(const GlobalData& globalData, const std::string& path,
+                                     const std::string& text) {
   pbKernelInfo info;
   PBKParser(text).parse(info);
-  return buildUsable(globalData, info);
+  if (info.beyond == Limit::None) return buildUsable(globalData, info);
+  sayRefused(info.beyond, path);
+  return nullptr;
 }
 
 }  // namespace
@@ -77,8 +88,12 @@ bool loadProgram(GlobalData& globalData, PF_InData* inData, const std::string& p
     if (!isGraph) show("Kernel file could not be opened:", path);
     return false;
   }
+  if (text->size() > limits::kTextBytes) {
+    sayRefused(Limit::TextBytes, path);
+    return false;
+  }
   std::unique_ptr<pbGraph> built =
-      isGraph ? buildGraph(globalData, *text) : buildKernel(globalData, *text);
+      isGraph ? buildGraph(globalData, path, *text) : buildKernel(globalData, path, *text);
   if (!built) return false;
 
   pbGraph& program = *built;

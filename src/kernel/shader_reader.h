@@ -101,6 +101,7 @@ class ShaderReader {
   }
 
   std::size_t position() const { return position_; }
+  std::size_t length() const { return text_.size(); }
   bool atEnd() const { return position_ == text_.size(); }
   /// CRs and LFs passed; a CR LF pair counts twice.
   std::size_t lineCount() const { return lineCount_; }

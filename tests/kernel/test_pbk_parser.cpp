@@ -148,13 +148,25 @@ TEST(PBKParser, LargeAndHostileSources) {
   EXPECT_EQ(commented.body, " ");
 
   // Each comma asks for a record of its own with a copy of the whole list.
-  pbKernelInfo greedy;
-  PBKParser("kernel k{parameter int a<enumValues:\"" + repeat("x|", kMegabyte) + "\";>" +
-            repeat(",b", kMegabyte) + ";c}")
-      .parse(greedy);
-  EXPECT_GT(greedy.parameters.size(), 100u);
-  EXPECT_LT(greedy.parameters.size(), 300u);
-  EXPECT_TRUE(greedy.body.ends_with(", b;c"));
+  const auto withParameters = [&](std::size_t bytes) {
+    pbKernelInfo kernel;
+    PBKParser("kernel k{parameter int a<enumValues:\"" + repeat("x|", kMegabyte) + "\";>" +
+              repeat(",b", bytes) + ";c}")
+        .parse(kernel);
+    return kernel;
+  };
+  EXPECT_EQ(withParameters(400).parameters.size(), 201u);
+  const pbKernelInfo greedy = withParameters(kMegabyte);
+  EXPECT_EQ(greedy.beyond, Limit::RecordBytes);
+  EXPECT_TRUE(greedy.name.empty() && greedy.parameters.empty() && greedy.body.empty());
+
+  const auto withInputs = [&](std::size_t count) {
+    pbKernelInfo kernel;
+    PBKParser("kernel k{input image4" + repeat(" a", 2 * count) + ";}").parse(kernel);
+    return kernel;
+  };
+  EXPECT_EQ(withInputs(limits::kKernelInputs).inputs.size(), limits::kKernelInputs);
+  EXPECT_EQ(withInputs(limits::kKernelInputs + 1).beyond, Limit::KernelInputs);
 }
 
 }  // namespace
