@@ -133,7 +133,9 @@ void ShaderReader::runLine(Parser& parser) {
   lexState_ = LexState::Preprocessor;
   while (lexState_ == LexState::Preprocessor && !atEnd()) {
     const bool isLineComment = peek(0) == '/' && peek(1) == '/';
+    const bool isBlockComment = peek(0) == '/' && peek(1) == '*';
     const Token token = next();
+    if (isBlockComment) lexState_ = LexState::Preprocessor;
     parser.onToken(*this, token.length, token.kind, lexState_, token.text);
     if (isLineComment) break;
   }
@@ -242,19 +244,14 @@ std::size_t ShaderReader::operatorLength() const {
 }
 
 /// A line comment takes its line end along; a comment that is never closed reaches to the end of
-/// the text. A preprocessor line goes on behind a block comment, however many lines that has.
+/// the text. Inside a preprocessor line an uncontinued line end ends that line.
 ShaderReader::Token ShaderReader::takeComment(bool isBlock) {
   const std::size_t begin = position_;
   const std::size_t mark =
       isBlock ? text_.find("*/", begin + 2) : text_.find_first_of("\r\n", begin);
   const std::size_t end = mark == std::string::npos ? text_.size() : mark + (isBlock ? 2 : 1);
   for (std::size_t at = begin; at < end; ++at) {
-    if (classOf(text_[at]) != CharClass::LineEnd) continue;
-    if (isBlock) {
-      ++lineCount_;
-    } else {
-      passLineEnd(at);
-    }
+    if (classOf(text_[at]) == CharClass::LineEnd) passLineEnd(at);
   }
   oddBackslashes_ = false;
   position_ = end;
