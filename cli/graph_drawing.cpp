@@ -3,7 +3,7 @@
 #include <map>
 
 #include "cli/parameter_text.h"
-#include "cli/utf8_text.h"
+#include "headless/utf8.h"
 #include "params/control_labels.h"
 
 namespace vellumtide::cli {
@@ -19,7 +19,7 @@ std::string escaped(std::string_view text, std::size_t most = std::string_view::
   for (std::size_t count = 0; !text.empty(); ++count) {
     if (count == most) return result + "&#8230;";
     const std::string_view rest = text;
-    const char32_t character = takeCharacter(text);
+    const char32_t character = headless::takeCharacter(text);
     const std::string_view bytes = rest.substr(0, rest.size() - text.size());
     if (character == '&') {
       result += "&amp;";
@@ -31,7 +31,7 @@ std::string escaped(std::string_view text, std::size_t most = std::string_view::
       result += "&quot;";
     } else if (character < 0x20 || (character >= 0x7F && character < 0xA0)) {
       result += ' ';
-    } else if (character == kReplacementCharacter || (character & 0xFFFE) == 0xFFFE) {
+    } else if (character == headless::kReplacementCharacter || (character & 0xFFFE) == 0xFFFE) {
       result += "&#65533;";
     } else {
       result += bytes;

@@ -17,8 +17,6 @@ namespace {
 
 namespace fs = std::filesystem;
 
-constexpr std::uintmax_t kLargestFile = kGraphTextLimit;
-
 [[noreturn]] void fail(const fs::path& path, const std::string& reason) {
   throw Failure(ExitStatus::Program, utf8(path) + ": " + reason);
 }
@@ -30,7 +28,7 @@ std::string readText(const fs::path& path) {
   if (fs::is_directory(status)) fail(path, "is a folder, not a program file");
   // Like the module, which must not wait for the other end of a pipe.
   if (!fs::is_regular_file(status)) fail(path, "is a pipe or a device, not a program file");
-  if (fs::file_size(path, failed) > kLargestFile) {
+  if (fs::file_size(path, failed) > limits::kTextBytes) {
     fail(path, "the file is larger than 64 MiB");
   }
   errno = 0;
@@ -44,9 +42,14 @@ std::string readText(const fs::path& path) {
   return text;
 }
 
+void checkLimit(const fs::path& path, Limit beyond) {
+  if (beyond != Limit::None) fail(path, "asks for " + limitText(beyond));
+}
+
 pbKernelInfo parseKernel(const fs::path& path, const std::string& text) {
   pbKernelInfo kernel;
   PBKParser(text).parse(kernel);
+  checkLimit(path, kernel.beyond);
   const bool nothing = kernel.name.empty() && kernel.inputs.empty() && kernel.output.name.empty() &&
                        kernel.parameters.empty() && kernel.dependents.empty();
   if (nothing)
@@ -56,7 +59,9 @@ pbKernelInfo parseKernel(const fs::path& path, const std::string& text) {
 
 pbGraphInfo parseGraph(const fs::path& path, const std::string& text) {
   pbGraphInfo graph;
-  if (readGraphText(text.c_str(), graph) != 0) {
+  const bool isRead = readGraphText(text.c_str(), graph) == 0;
+  checkLimit(path, graph.beyond);
+  if (!isRead) {
     fail(path, "holds no graph (a graph is an XML document with a \"graph\" element)");
   }
   return graph;

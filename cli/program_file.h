@@ -33,8 +33,8 @@ struct ProgramSlots {
 ProgramSlots slotsOf(const Program& program);
 
 // Reads and parses the file; the last character of its name says what it is, 'g' or 'G' a graph,
-// 'k' a kernel. Throws Failure (ExitStatus::Program) when it cannot be read, is larger than
-// 64 MiB, has another ending or holds no program.
+// 'k' a kernel. Throws Failure (ExitStatus::Program) when it cannot be read, goes beyond a
+// limit, has another ending or holds no program.
 Program readProgram(const std::filesystem::path& path);
 
 }  // namespace vellumtide::cli

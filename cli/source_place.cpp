@@ -1,7 +1,8 @@
 #include "cli/source_place.h"
 
 #include <algorithm>
-#include <cstdint>
+
+#include "headless/utf8.h"
 
 namespace vellumtide::cli {
 namespace {
@@ -14,39 +15,28 @@ constexpr std::size_t kLead = 70;
 
 struct Character {
   std::string_view bytes;
-  std::uint32_t code = 0xFFFD;  // as it stands for bytes that are no UTF-8
+  char32_t code;  // U+FFFD as it stands for bytes that are no UTF-8
 };
 
 // The character that `text` begins with; `text` is not empty.
 Character firstCharacter(std::string_view text) {
-  const auto byte = [&](std::size_t i) { return static_cast<unsigned char>(text[i]); };
-  const unsigned char first = byte(0);
-  if (first < 0x80) return {text.substr(0, 1), first};
-  const std::size_t length = first >= 0xF0 ? 4 : first >= 0xE0 ? 3 : 2;
-  if (first < 0xC2 || first > 0xF4 || text.size() < length) return {text.substr(0, 1)};
-  std::uint32_t code = first & (0x7Fu >> length);
-  for (std::size_t i = 1; i < length; ++i) {
-    if ((byte(i) & 0xC0) != 0x80) return {text.substr(0, 1)};
-    code = code << 6 | (byte(i) & 0x3Fu);
-  }
-  constexpr std::uint32_t kLeast[] = {0, 0, 0x80, 0x800, 0x10000};
-  const bool isSurrogate = code >= 0xD800 && code < 0xE000;
-  if (code < kLeast[length] || code > 0x10FFFF || isSurrogate) return {text.substr(0, 1)};
-  return {text.substr(0, length), code};
+  std::string_view rest = text;
+  const char32_t code = headless::takeCharacter(rest);
+  return {text.substr(0, text.size() - rest.size()), code};
 }
 
 struct Range {
-  std::uint32_t first, last;
+  char32_t first, last;
 };
 
 template <std::size_t N>
-bool isIn(const Range (&ranges)[N], std::uint32_t code) {
+bool isIn(const Range (&ranges)[N], char32_t code) {
   return std::any_of(std::begin(ranges), std::end(ranges), [code](const Range& range) {
     return code >= range.first && code <= range.last;
   });
 }
 
-bool isHarmful(std::uint32_t code) {
+bool isHarmful(char32_t code) {
   constexpr Range kRanges[] = {{0, 0x1F},         {0x7F, 0x9F},     {0x200B, 0x200F},
                                {0x2028, 0x202E},  {0x2060, 0x206F}, {0xFEFF, 0xFEFF},
                                {0xE0000, 0xE007F}};
@@ -54,7 +44,7 @@ bool isHarmful(std::uint32_t code) {
 }
 
 // Columns that a terminal gives a character: the usual wide blocks and combining marks.
-std::size_t widthOf(std::uint32_t code) {
+std::size_t widthOf(char32_t code) {
   constexpr Range kNone[] = {{0x300, 0x36F}, {0x1AB0, 0x1AFF}, {0x20D0, 0x20FF}, {0xFE00, 0xFE0F}};
   constexpr Range kWide[] = {{0x1100, 0x115F},  {0x2E80, 0xA4CF},   {0xAC00, 0xD7A3},
                              {0xF900, 0xFAFF},  {0xFE30, 0xFE6F},   {0xFF00, 0xFF60},
@@ -113,7 +103,8 @@ std::string SourceLines::excerpt(std::size_t offset) const {
     line.remove_prefix(character.bytes.size());
     if (i < first) continue;
     const bool isTab = character.code == '\t';
-    const bool isShown = isTab || (!isHarmful(character.code) && character.code != 0xFFFD);
+    const bool isShown =
+        isTab || (!isHarmful(character.code) && character.code != headless::kReplacementCharacter);
     shown += isShown ? character.bytes : kReplacement;
     if (i < column) {
       below += isTab ? "\t" : std::string(isShown ? widthOf(character.code) : 1, ' ');
@@ -130,7 +121,7 @@ std::string harmless(std::string_view text) {
     const bool isBlank = character.code == '\t' || character.code == '\n' || character.code == '\r';
     if (isBlank) {
       result += ' ';
-    } else if (isHarmful(character.code) || character.code == 0xFFFD) {
+    } else if (isHarmful(character.code) || character.code == headless::kReplacementCharacter) {
       result += kReplacement;
     } else {
       result += character.bytes;

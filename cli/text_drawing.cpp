@@ -7,7 +7,7 @@
 
 #include "cli/failure.h"
 #include "cli/picture_drawing.h"
-#include "cli/utf8_text.h"
+#include "headless/utf8.h"
 
 namespace vellumtide::cli {
 namespace {
@@ -42,7 +42,7 @@ std::vector<Glyph> glyphsOf(std::string_view text, FT_Face face, FT_Pos& pen) {
   std::vector<Glyph> glyphs;
   FT_UInt last = 0;
   while (!text.empty()) {
-    const FT_UInt index = FT_Get_Char_Index(face, takeCharacter(text));
+    const FT_UInt index = FT_Get_Char_Index(face, headless::takeCharacter(text));
     FT_Vector kerning{};
     if (last && index) FT_Get_Kerning(face, last, index, FT_KERNING_UNFITTED, &kerning);
     last = index;

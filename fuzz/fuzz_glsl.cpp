@@ -3,6 +3,7 @@
 #include <string_view>
 
 #include "fuzz/fuzz_input.h"
+#include "glsl/sampling.h"
 #include "glsl/shader_text.h"
 #include "graph/graph_reader.h"
 #include "graph/node_shaders.h"
@@ -37,6 +38,7 @@ int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   ShaderTextPlaces places;
   generateKernelShaders(kernel, order, vertex, fragment, &places);
   checkTexts(kernel.body, vertex, fragment);
+  FUZZ_EXPECT(samplingOf(kernel.body, "texture2D(a, b)") == Sampling::Anywhere);
   FUZZ_EXPECT(vertex.compare(places.vertex.body, kernel.body.size(), kernel.body) == 0);
   FUZZ_EXPECT(fragment.compare(places.fragment.body, kernel.body.size(), kernel.body) == 0);
 

@@ -2,26 +2,10 @@
 
 #include <cstdint>
 
+#include "headless/utf8.h"
+
 namespace vellumtide::headless {
 namespace {
-
-constexpr char32_t kReplacement = 0xFFFD;
-
-// Decodes one code point at `at` and moves past it.
-char32_t nextCodePoint(std::string_view text, size_t& at) {
-  const auto lead = static_cast<uint8_t>(text[at++]);
-  if (lead < 0x80) return lead;
-  const int more = lead >= 0xF0 && lead < 0xF5 ? 3 : lead >= 0xE0 ? 2 : lead >= 0xC2 ? 1 : 0;
-  if (more == 0 || lead >= 0xF5) return kReplacement;
-  char32_t code = lead & (0x3F >> more);
-  for (int i = 0; i < more; ++i) {
-    if (at >= text.size() || (static_cast<uint8_t>(text[at]) & 0xC0) != 0x80) return kReplacement;
-    code = code << 6 | (static_cast<uint8_t>(text[at++]) & 0x3F);
-  }
-  constexpr char32_t kSmallest[] = {0, 0x80, 0x800, 0x10000};
-  const bool surrogate = code >= 0xD800 && code < 0xE000;
-  return code < kSmallest[more] || surrogate || code > 0x10FFFF ? kReplacement : code;
-}
 
 void appendUtf8(std::string& text, char32_t code) {
   if (code < 0x80) {
@@ -39,8 +23,8 @@ void appendUtf8(std::string& text, char32_t code) {
 
 std::u16string toUtf16(std::string_view text) {
   std::u16string wide;
-  for (size_t at = 0; at < text.size();) {
-    const char32_t code = nextCodePoint(text, at);
+  while (!text.empty()) {
+    const char32_t code = takeCharacter(text);
     if (code < 0x10000) {
       wide += static_cast<char16_t>(code);
     } else {
@@ -61,7 +45,7 @@ std::string toUtf8(std::u16string_view text) {
     if (paired) {
       code = 0x10000 + ((code - 0xD800) << 10) + (text[++at] - 0xDC00);
     } else if (code >= 0xD800 && code < 0xE000) {
-      code = kReplacement;
+      code = kReplacementCharacter;
     }
     appendUtf8(narrow, code);
   }

@@ -8,7 +8,7 @@
 
 namespace vellumtide::headless {
 
-// Broken sequences become U+FFFD.
+// Parts that are not UTF-8, and surrogates without their other half, become U+FFFD.
 std::u16string toUtf16(std::string_view text);
 std::string toUtf8(std::u16string_view text);
 

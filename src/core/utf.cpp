@@ -1,6 +1,5 @@
 #include "core/utf.h"
 
-#include <bit>
 #include <cstdint>
 
 namespace vellumtide {
@@ -8,11 +7,46 @@ namespace {
 
 constexpr char32_t kReplacement = 0xFFFD;
 
-// Bytes of the sequence that a lead byte announces; 0 for a byte that leads nothing.
-std::size_t sequenceLength(std::uint8_t lead) {
-  if (lead < 0x80) return 1;
-  if (lead < 0xC0 || lead >= 0xFE) return 0;
-  return static_cast<std::size_t>(std::countl_one(lead));
+// Of a sequence that a lead byte begins: its bytes, and the values its second byte may have, which
+// keep overlong forms, surrogates and what lies beyond U+10FFFF out. 0 bytes for none.
+struct Sequence {
+  std::size_t length = 0;
+  std::uint8_t least = 0x80;
+  std::uint8_t most = 0xBF;
+};
+
+Sequence sequenceOf(std::uint8_t lead) {
+  if (lead < 0x80) return {1};
+  if (lead < 0xC2 || lead > 0xF4) return {};
+  if (lead < 0xE0) return {2};
+  if (lead == 0xE0) return {3, 0xA0};
+  if (lead == 0xED) return {3, 0x80, 0x9F};
+  if (lead < 0xF0) return {3};
+  if (lead == 0xF0) return {4, 0x90};
+  return lead == 0xF4 ? Sequence{4, 0x80, 0x8F} : Sequence{4};
+}
+
+bool isStray(char c) {
+  const auto byte = static_cast<std::uint8_t>(c);
+  return (byte & 0xC0) == 0x80 || byte >= 0xFE;
+}
+
+// Takes the character at `at`, or the longest part there that could have begun one, which gives
+// U+FFFD.
+char32_t takeCharacter(std::string_view utf8, std::size_t& at) {
+  const auto lead = static_cast<std::uint8_t>(utf8[at++]);
+  Sequence sequence = sequenceOf(lead);
+  if (sequence.length == 0) return kReplacement;
+  char32_t code = sequence.length == 1 ? lead : lead & (0x7Fu >> sequence.length);
+  for (std::size_t i = 1; i < sequence.length; ++i) {
+    const auto next = at < utf8.size() ? static_cast<std::uint8_t>(utf8[at]) : std::uint8_t{0};
+    if (next < sequence.least || next > sequence.most) return kReplacement;
+    sequence.least = 0x80;
+    sequence.most = 0xBF;
+    code = (code << 6) | (next & 0x3Fu);
+    ++at;
+  }
+  return code;
 }
 
 void appendUtf16(std::u16string& units, char32_t code) {
@@ -52,23 +86,15 @@ bool isLowSurrogate(char16_t unit) {
 
 }  // namespace
 
-Utf16Text toUtf16(std::string_view utf8) {
+Utf16Text toUtf16(std::string_view utf8, StrayBytes stray) {
   Utf16Text result;
   result.units.reserve(utf8.size());
-  std::size_t i = 0;
-  while (i < utf8.size()) {
-    const auto lead = static_cast<std::uint8_t>(utf8[i++]);
-    const std::size_t length = sequenceLength(lead);
-    if (length == 0) continue;
-    char32_t code = length == 1 ? lead : lead & (0x7Fu >> length);
-    for (std::size_t k = 1; k < length && i < utf8.size(); ++k) {
-      const auto next = static_cast<std::uint8_t>(utf8[i]);
-      if ((next & 0xC0) != 0x80) break;
-      code = (code << 6) | (next & 0x3F);
-      ++i;
+  for (std::size_t at = 0; at < utf8.size();) {
+    if (stray == StrayBytes::Skipped && isStray(utf8[at])) {
+      ++at;
+      continue;
     }
-    // Five- and six-byte sequences can announce code points that UTF-16 cannot hold.
-    appendUtf16(result.units, code > 0x10FFFF ? kReplacement : code);
+    appendUtf16(result.units, takeCharacter(utf8, at));
     ++result.characters;
   }
   return result;

@@ -12,9 +12,12 @@ struct Utf16Text {
   std::size_t characters = 0;  // code points, not units
 };
 
-// Byte by byte: stray continuation bytes and the bytes 0xFE and 0xFF produce nothing; lead bytes up
-// to 0xFD take the sequence length they announce, ended early by a byte that continues nothing.
-Utf16Text toUtf16(std::string_view utf8);
+// What becomes of bytes that begin nothing: 0x80 to 0xBF outside a character, 0xFE and 0xFF.
+enum class StrayBytes { Replaced, Skipped };
+
+// Each maximal part that is not UTF-8 becomes one U+FFFD: the longest beginning of a character, or
+// a single byte that begins none.
+Utf16Text toUtf16(std::string_view utf8, StrayBytes stray = StrayBytes::Replaced);
 
 // Surrogate pairs become one code point; an unpaired surrogate becomes U+FFFD.
 std::string toUtf8(std::u16string_view utf16);

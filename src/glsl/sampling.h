@@ -13,8 +13,10 @@ enum class Sampling {
   CentresAtFullResolution,  ///< likewise, as long as the host does not downsample
 };
 
-/// Told from a rewritten kernel body. Cautious: whatever is not plainly a read at `outCoord()`, at
-/// a variable that only ever holds it, or by `sampleNearest`, counts as Anywhere.
-Sampling samplingOf(std::string_view body);
+/// Told from a rewritten kernel body and the `evaluateParameters` of its node. Cautious: whatever
+/// is not plainly a read at `outCoord()`, at a variable that only ever holds it, or by
+/// `sampleNearest`, counts as Anywhere, and so does an image in the hands of a function that is not
+/// known.
+Sampling samplingOf(std::string_view body, std::string_view function = {});
 
 }  // namespace vellumtide

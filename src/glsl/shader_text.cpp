@@ -41,8 +41,8 @@ OwnTextPlaces appendCommon(std::string& text, const pbKernelInfo& kernel,
   places.body = text.size();
   append(text, kernel.body, "\n\n");
   forEachCarried(kernel, [&](const pbVariable& dependent) {
-    append(text, "varying ", varyingTypeName(dependent.type), " ", prefixedName(dependent.name),
-           ";\n");
+    append(text, "varying ", varyingTypeName(dependent.type), " ",
+           prefixedName(dependent.sourceName), ";\n");
   });
   if (!node) return places;
   for (const pbParameter& parameter : node->graphParameters) {
@@ -61,8 +61,8 @@ void appendVertexMain(std::string& text, const pbKernelInfo& kernel, bool isNode
     if (isNode) append(text, "\tevaluateParameters();\n");
     append(text, "\tevaluateDependents();\n");
     forEachCarried(kernel, [&](const pbVariable& dependent) {
-      append(text, "\t", prefixedName(dependent.name), " = ", varyingTypeName(dependent.type), "(",
-             dependent.name, ");\n");
+      append(text, "\t", prefixedName(dependent.sourceName), " = ", varyingTypeName(dependent.type),
+             "(", dependent.sourceName, ");\n");
     });
   }
   append(text, "\tvlmk_vertexPosition = gl_Vertex;\n", "\tgl_Position = ftransform();\n", "}\n");
@@ -73,10 +73,10 @@ void appendFragmentMain(std::string& text, const pbKernelInfo& kernel, bool isNo
   append(text, "\nvoid main(void)\n{\n");
   if (isNode) append(text, "\tevaluateParameters();\n");
   forEachCarried(kernel, [&](const pbVariable& dependent) {
-    append(text, "\t", dependent.name, " = ", typeName(dependent.type), "(",
-           prefixedName(dependent.name), ");\n");
+    append(text, "\t", dependent.sourceName, " = ", typeName(dependent.type), "(",
+           prefixedName(dependent.sourceName), ");\n");
   });
-  append(text, "\tevaluatePixel();\n", "\tgl_FragColor = ", kernel.output.name,
+  append(text, "\tevaluatePixel();\n", "\tgl_FragColor = ", kernel.output.sourceName,
          outputSwizzle(channelOrder), ";\n}\n");
 }
 

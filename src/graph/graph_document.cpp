@@ -1,6 +1,5 @@
 #include "graph/graph_document.h"
 
-#include "graph/graph_reader.h"
 #include "graph/xml_extent.h"
 
 namespace vellumtide {
@@ -11,12 +10,13 @@ constexpr std::size_t kPadding = 4;
 
 }  // namespace
 
-bool buildDocument(std::string text, TiXmlDocument& document, bool positions) {
-  if (text.size() > kGraphTextLimit || !isWithinLimits(measureXml(text))) return false;
+Limit buildDocument(std::string text, TiXmlDocument& document, bool positions) {
+  if (text.size() > limits::kTextBytes) return Limit::TextBytes;
+  if (const Limit beyond = limitOf(measureXml(text)); beyond != Limit::None) return beyond;
   text.append(kPadding, '\0');
   document.SetTabSize(positions ? 1 : 0);
   document.Parse(text.c_str(), nullptr, TIXML_ENCODING_UTF8);
-  return true;
+  return Limit::None;
 }
 
 const TiXmlText* leadingText(const TiXmlElement& element) {

@@ -5,11 +5,13 @@
 
 #include <string>
 
+#include "kernel/limits.h"
+
 namespace vellumtide {
 
-/// Builds the tree of a text; false when that is unsafe. Only with `positions` the tree knows where
-/// in the text its parts begin, which takes longer.
-bool buildDocument(std::string text, TiXmlDocument& document, bool positions = false);
+/// Builds the tree of a text unless it goes beyond a limit, which is the answer. Only with
+/// `positions` the tree knows where in the text its parts begin, which takes longer.
+Limit buildDocument(std::string text, TiXmlDocument& document, bool positions = false);
 
 /// The text of an element whose first child is text; null otherwise.
 const TiXmlText* leadingText(const TiXmlElement& element);

@@ -20,19 +20,21 @@ enum class ConnectionKind : std::int32_t {
   ToOutput = 3,
 };
 
-/// One `connect` element, by names. `fromOutput` is read and not used further.
+/// One `connect` element, by names. `fromOutput` is read and not used further. `fullToInput` is
+/// `toInput` uncut: it tells inputs apart whose names differ only behind what a record keeps.
 struct pbgConnection {
   NameText from;
   NameText fromOutput;
   NameText to;
   NameText toInput;
+  std::string fullToInput;
   ConnectionKind kind = ConnectionKind::None;
 };
 
 class GraphParameterNames;
 
 /// What a graph file says: parameters, images, kernels, nodes and connections, each in document
-/// order.
+/// order. A graph that goes beyond a limit holds nothing else.
 class pbGraphInfo : public pbMetadata {
  public:
   /// One node: an instance of the kernel called `name`, known to connections as `id`.
@@ -61,6 +63,7 @@ class pbGraphInfo : public pbMetadata {
   std::vector<std::string> kernelSources;
   std::vector<pbgNodeInfo> nodes;
   std::vector<pbgConnection> connections;
+  Limit beyond = Limit::None;
 };
 
 using pbgNodeInfo = pbGraphInfo::pbgNodeInfo;

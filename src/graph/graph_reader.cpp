@@ -7,6 +7,7 @@
 #include <utility>
 
 #include "graph/graph_document.h"
+#include "graph/graph_limits.h"
 #include "kernel/meant_value.h"
 #include "kernel/pbk_parser.h"
 #include "kernel/value_text.h"
@@ -73,20 +74,19 @@ void readParameterMetadata(const TiXmlElement& element, pbParameter& parameter) 
   }
 }
 
-void readParameter(const TiXmlElement& element, pbGraphInfo& info) {
-  if (!element.Attribute("name") || !element.Attribute("type")) return;
+pbParameter readParameter(const TiXmlElement& element) {
   pbParameter parameter(typeFromName(attribute(element, "type")), attribute(element, "name"));
   parameter.sourceName = parameter.name.view();
   forEachChild(element, "metadata",
                [&](const TiXmlElement& entry) { readParameterMetadata(entry, parameter); });
-  info.parameters.push_back(std::move(parameter));
+  return parameter;
 }
 
 pbVariable readImage(const TiXmlElement& element) {
   return {typeFromName(attribute(element, "type")), attribute(element, "name")};
 }
 
-void readNode(const TiXmlElement& element, pbGraphInfo& info) {
+pbgNodeInfo readNode(const TiXmlElement& element) {
   pbgNodeInfo node;
   node.id = attribute(element, "id");
   node.name = attribute(element, "name");
@@ -99,10 +99,10 @@ void readNode(const TiXmlElement& element, pbGraphInfo& info) {
       node.evaluateParametersSource = text->Value();
     }
   }
-  info.nodes.push_back(std::move(node));
+  return node;
 }
 
-void readConnection(const TiXmlElement& element, pbGraphInfo& info) {
+pbgConnection readConnection(const TiXmlElement& element) {
   pbgConnection connection;
   const char* fromImage = element.Attribute("fromImage");
   if (fromImage) {
@@ -116,23 +116,96 @@ void readConnection(const TiXmlElement& element, pbGraphInfo& info) {
     connection.kind = ConnectionKind::ToOutput;
   } else {
     connection.to = attribute(element, "toNode");
-    connection.toInput = attribute(element, "toInput");
+    connection.fullToInput = attribute(element, "toInput");
+    connection.toInput = connection.fullToInput;
     connection.kind = fromImage ? ConnectionKind::ImageToNode : ConnectionKind::NodeToNode;
   }
-  info.connections.push_back(connection);
+  return connection;
 }
 
-/// Parses the kernels and rewrites the nodes' functions, once everything has been read.
-void resolve(pbGraphInfo& info) {
-  RecordBudget budget;
-  info.kernels.clear();
-  info.kernels.resize(info.kernelSources.size());
-  for (std::size_t i = 0; i < info.kernels.size(); ++i) {
-    PBKParser(info.kernelSources[i], &budget).parse(info.kernels[i]);
+/// Reads what stands in the root element, until a limit is met.
+class RootReader {
+ public:
+  RootReader(const TiXmlElement& root, pbGraphInfo& info) : root_(root), info_(info) {}
+
+  void read() {
+    info_.name = attribute(root_, "name");
+    info_.languageVersion = integerOr1(root_, "languageVersion");
+    forEach("metadata", [&](const TiXmlElement& e) { readMetadata(e, info_); });
+    forEach("parameter", [&](const TiXmlElement& e) {
+      if (e.Attribute("name") && e.Attribute("type")) addParameter(readParameter(e));
+    });
+    forEach("inputImage", [&](const TiXmlElement& e) { addNode(info_.inputs, readImage(e)); });
+    if (const TiXmlElement* image = root_.FirstChildElement("outputImage")) {
+      info_.output = readImage(*image);
+    }
+    forEach("kernel", [&](const TiXmlElement& e) {
+      if (const TiXmlText* text = leadingText(e)) addKernelSource(text->Value());
+    });
+    forEach("node", [&](const TiXmlElement& e) { addNode(info_.nodes, readNode(e)); });
+    forEach("connect", [&](const TiXmlElement& e) {
+      if (takeRecord(sizeof(pbgConnection))) info_.connections.push_back(readConnection(e));
+    });
+    resolve();
+    if (!isRefused()) info_.beyond = limitOfNodes(info_);
   }
-  const GraphParameterNames parameterNames(info);
-  for (pbgNodeInfo& node : info.nodes)
-    node.parse(parameterNames);
+
+ private:
+  bool isRefused() const { return info_.beyond != Limit::None; }
+
+  template <typename Visit>
+  void forEach(const char* name, Visit visit) {
+    forEachChild(root_, name, [&](const TiXmlElement& element) {
+      if (!isRefused()) visit(element);
+    });
+  }
+
+  /// False, with the graph refused, when there is no room for a record.
+  bool takeRecord(std::size_t bytes) {
+    if (!budget_.take(bytes)) info_.beyond = Limit::RecordBytes;
+    return !isRefused();
+  }
+
+  void addParameter(pbParameter parameter) {
+    const std::size_t texts = parameter.enumValues.size() + parameter.aePopupString.size();
+    if (takeRecord(sizeof(pbParameter) + texts)) info_.parameters.push_back(std::move(parameter));
+  }
+
+  template <typename T>
+  void addNode(std::vector<T>& list, T record) {
+    if (info_.inputs.size() + info_.nodes.size() == limits::kGraphNodes) {
+      info_.beyond = Limit::GraphNodes;
+    } else {
+      list.push_back(std::move(record));
+    }
+  }
+
+  void addKernelSource(const char* source) {
+    if (takeRecord(sizeof(pbKernelInfo))) info_.kernelSources.emplace_back(source);
+  }
+
+  /// Parses the kernels and rewrites the nodes' functions, once everything has been read.
+  void resolve() {
+    info_.kernels.clear();
+    info_.kernels.resize(info_.kernelSources.size());
+    for (std::size_t i = 0; i < info_.kernels.size() && !isRefused(); ++i) {
+      PBKParser(info_.kernelSources[i], &budget_).parse(info_.kernels[i]);
+      info_.beyond = info_.kernels[i].beyond;
+    }
+    const GraphParameterNames parameterNames(info_);
+    for (pbgNodeInfo& node : info_.nodes)
+      node.parse(parameterNames);
+  }
+
+  const TiXmlElement& root_;
+  pbGraphInfo& info_;
+  RecordBudget budget_;
+};
+
+int refuse(pbGraphInfo& info, Limit beyond) {
+  info = pbGraphInfo();
+  info.beyond = beyond;
+  return 1;
 }
 
 /// The file up to its first zero byte with every line end made a line feed; one character more than
@@ -142,10 +215,10 @@ std::string readFile(const char* path) {
   // A plain string would be read in the code page of a Windows machine.
   const std::filesystem::path wide(std::u8string(name.begin(), name.end()));
   std::ifstream file(wide, std::ios::binary);
-  std::string text(kGraphTextLimit + 1, '\0');
+  std::string text(limits::kTextBytes + 1, '\0');
   file.read(text.data(), static_cast<std::streamsize>(text.size()));
   text.resize(static_cast<std::size_t>(file.gcount()));
-  if (text.size() > kGraphTextLimit) return text;
+  if (text.size() > limits::kTextBytes) return text;
   std::string result;
   result.reserve(text.size());
   for (std::size_t i = 0; i < text.size() && text[i] != '\0'; ++i) {
@@ -161,36 +234,24 @@ std::string readFile(const char* path) {
 }  // namespace
 
 int readGraphText(const char* text, pbGraphInfo& info) {
+  if (!text) return 1;
   TiXmlDocument document;
-  if (!text || !buildDocument(text, document)) return 1;
-  return readGraphDocument(document, info);
+  const Limit beyond = buildDocument(text, document);
+  return beyond == Limit::None ? readGraphDocument(document, info) : refuse(info, beyond);
 }
 
 int readGraphFile(const char* path, pbGraphInfo& info) {
   TiXmlDocument document;
-  if (!buildDocument(readFile(path), document) || document.Error()) return 1;
-  return readGraphDocument(document, info);
+  const Limit beyond = buildDocument(readFile(path), document);
+  if (beyond != Limit::None) return refuse(info, beyond);
+  return document.Error() ? 1 : readGraphDocument(document, info);
 }
 
 int readGraphDocument(const TiXmlDocument& document, pbGraphInfo& info) {
   const TiXmlElement* root = document.FirstChildElement("graph");
   if (!root) return 1;
-  info.name = attribute(*root, "name");
-  info.languageVersion = integerOr1(*root, "languageVersion");
-  forEachChild(*root, "metadata", [&](const TiXmlElement& e) { readMetadata(e, info); });
-  forEachChild(*root, "parameter", [&](const TiXmlElement& e) { readParameter(e, info); });
-  forEachChild(*root, "inputImage",
-               [&](const TiXmlElement& e) { info.inputs.push_back(readImage(e)); });
-  if (const TiXmlElement* image = root->FirstChildElement("outputImage")) {
-    info.output = readImage(*image);
-  }
-  forEachChild(*root, "kernel", [&](const TiXmlElement& e) {
-    if (const TiXmlText* text = leadingText(e)) info.kernelSources.emplace_back(text->Value());
-  });
-  forEachChild(*root, "node", [&](const TiXmlElement& e) { readNode(e, info); });
-  forEachChild(*root, "connect", [&](const TiXmlElement& e) { readConnection(e, info); });
-  resolve(info);
-  return 0;
+  RootReader(*root, info).read();
+  return info.beyond == Limit::None ? 0 : refuse(info, info.beyond);
 }
 
 }  // namespace vellumtide

@@ -1,19 +1,14 @@
 #pragma once
 
-#include <cstddef>
-
 #include "graph/graph_info.h"
 
 class TiXmlDocument;
 
 namespace vellumtide {
 
-/// Texts longer than this are refused like unreadable ones.
-inline constexpr std::size_t kGraphTextLimit = std::size_t{64} << 20;
-
 /// Reads a graph from zero-terminated UTF-8 XML into a fresh `info`. Returns 0, or 1 when there is
-/// no "graph" element or the text is refused. Errors behind the start of that element are not
-/// reported: what was read before them counts.
+/// no "graph" element, or when the graph goes beyond a limit, which `info.beyond` then names.
+/// Errors behind the start of that element are not reported: what was read before them counts.
 int readGraphText(const char* text, pbGraphInfo& info);
 
 /// The same from a file; a file with any XML error is refused (1).

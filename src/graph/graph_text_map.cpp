@@ -158,7 +158,7 @@ GraphValuePlaces placesOf(const TiXmlElement& parameter, std::string_view text, 
 GraphTextMaps mapGraphTexts(const char* text) {
   GraphTextMaps maps;
   TiXmlDocument document;
-  if (!buildDocument(text, document, true)) return maps;
+  if (buildDocument(text, document, true) != Limit::None) return maps;
   const TiXmlElement* root = document.FirstChildElement("graph");
   if (!root) return maps;
   XmlCursor values(text);

@@ -24,7 +24,7 @@ struct GraphTextMaps {
   std::vector<GraphValuePlaces> parameterValues;  ///< by the parameters' indices
 };
 
-/// The maps of a text that readGraphText reads; empty when it refuses it.
+/// The maps of a text that readGraphText reads; empty when it cannot be made a tree.
 GraphTextMaps mapGraphTexts(const char* text);
 
 }  // namespace vellumtide

@@ -3,10 +3,8 @@
 #include <GL/glu.h>
 
 #include "gl/pixel_transfer.h"
-#include "glsl/shader_text.h"
 #include "graph/buffer_transfer.h"
 #include "graph/gl_error.h"
-#include "graph/node_shaders.h"
 #include "graph/parameter_uniform.h"
 #include "graph/pb_graph.h"
 #include "graph/pixel_format.h"
@@ -39,37 +37,22 @@ void drawQuad(std::uint32_t width, std::uint32_t height) {
 
 }  // namespace
 
-NodeImpl::NodeImpl(NodePrograms& programs, const std::string& label, const std::string& vertexText,
-                   const std::string& fragmentText)
-    : program(programs.get(vertexText, fragmentText)) {
-  program->reportFailures(label);
+Node::Node(pbGraph* graph, const pbgNodeInfo& node, NodePrograms& programs)
+    : NodeBase(graph, node.id), impl(newOrThrow<NodeImpl>(programs.programOf(node))) {
+  if (const pbKernelInfo* kernel = programs.kernelOf(node)) addInputs(*kernel);
 }
 
-Node::Node(pbGraph* graph, const pbGraphInfo& info, const KernelsByName& kernels,
-           std::size_t nodeIndex)
-    : NodeBase(graph, info.nodes[nodeIndex].id) {
-  std::string vertexText;
-  std::string fragmentText;
-  generateNodeShaders(info, kernels, nodeIndex, vertexText, fragmentText, graph->channelOrder);
-  impl.reset(newOrThrow<NodeImpl>(graph->programs, name.str(), vertexText, fragmentText));
-  if (const pbKernelInfo* kernel = kernels.find(info.nodes[nodeIndex].name)) {
-    useKernel(*kernel);
-  }
+Node::Node(pbGraph* graph, const pbKernelInfo& kernel)
+    : NodeBase(graph, kernel.name),
+      impl(newOrThrow<NodeImpl>(
+          buildNodeProgram(name.str(), &kernel, nullptr, graph->channelOrder))) {
+  addInputs(kernel);
 }
 
-Node::Node(pbGraph* graph, const pbKernelInfo& kernel) : NodeBase(graph, kernel.name) {
-  std::string vertexText;
-  std::string fragmentText;
-  generateKernelShaders(kernel, graph->channelOrder, vertexText, fragmentText);
-  impl.reset(newOrThrow<NodeImpl>(graph->programs, name.str(), vertexText, fragmentText));
-  useKernel(kernel);
-}
-
-void Node::useKernel(const pbKernelInfo& kernel) {
-  sampling = samplingOf(kernel.body);
+void Node::addInputs(const pbKernelInfo& kernel) {
   inputs.reserve(kernel.inputs.size());
   for (const pbVariable& input : kernel.inputs)
-    inputs.push_back({nullptr, input.name.view()});
+    inputs.emplace_back(input.sourceName);
 }
 
 void Node::evaluate(const RenderContext& context) {
@@ -114,6 +97,7 @@ void Node::setParameterUniforms() {
 
 GLint Node::filterFor(const RenderContext& context) const {
   const bool isFullResolution = context.downsampleX == 1.0f && context.downsampleY == 1.0f;
+  const Sampling sampling = impl->program->sampling;
   const bool atCentres = sampling == Sampling::Centres ||
                          (sampling == Sampling::CentresAtFullResolution && isFullResolution);
   return atCentres ? GL_NEAREST : GL_LINEAR;
@@ -130,10 +114,10 @@ void Node::bindInputs(const RenderContext& context) {
     PixelSize size;
     if (slot.source) {
       slot.source->setFilter(filter);
-      slot.source->bindAsInput(program, slot.name.c_str(), unit);
+      slot.source->bindAsInput(program, slot.uniformName.c_str(), unit);
       size = slot.source->pixelSize(context);
     } else {
-      owner->bindBlankInput(program, slot.name.c_str(), unit);
+      owner->bindBlankInput(program, slot.uniformName.c_str(), unit);
     }
     sizes.insert(sizes.end(), {size.x, size.y});
     ++unit;

@@ -1,9 +1,8 @@
 #pragma once
 
 #include <memory>
-#include <string>
+#include <utility>
 
-#include "glsl/sampling.h"
 #include "graph/graph_info.h"
 #include "graph/node_base.h"
 #include "graph/node_image.h"
@@ -14,9 +13,7 @@ namespace vellumtide {
 // The GL side of a kernel node: the image it draws into and the program it draws with.
 class NodeImpl : public aeBase {
  public:
-  // Builds (or shares) the program and reports its failures under the label.
-  NodeImpl(NodePrograms& programs, const std::string& label, const std::string& vertexText,
-           const std::string& fragmentText);
+  explicit NodeImpl(std::shared_ptr<NodeProgram> nodeProgram) : program(std::move(nodeProgram)) {}
 
   NodeImage image;
   std::shared_ptr<NodeProgram> program;
@@ -25,10 +22,9 @@ class NodeImpl : public aeBase {
 // Runs one kernel: draws a quad of the render size into the node's own texture.
 class Node : public NodeBase {
  public:
-  // Node `nodeIndex` of a graph file, named by its id. A node whose kernel does not exist gets no
-  // input slots and a program of empty texts.
-  Node(pbGraph* graph, const pbGraphInfo& info, const KernelsByName& kernels,
-       std::size_t nodeIndex);
+  // A node of a graph file, named by its id. A node whose kernel does not exist gets no input slots
+  // and a program of empty texts.
+  Node(pbGraph* graph, const pbgNodeInfo& node, NodePrograms& programs);
   // A stand-alone kernel.
   Node(pbGraph* graph, const pbKernelInfo& kernel);
 
@@ -43,7 +39,7 @@ class Node : public NodeBase {
   GLuint textureName() const override { return impl->image.textureName(); }
 
  private:
-  void useKernel(const pbKernelInfo& kernel);
+  void addInputs(const pbKernelInfo& kernel);
   GLint filterFor(const RenderContext& context) const;
   void prepareProgram(const RenderContext& context);
   void setStandardUniforms(const RenderContext& context);
@@ -52,7 +48,6 @@ class Node : public NodeBase {
   void draw(const ImageDesc& output);
 
   std::unique_ptr<NodeImpl> impl;
-  Sampling sampling = Sampling::Anywhere;
   bool programMayRefuse = true;  // GL may answer with errors when the program gets its values
 };
 

@@ -2,6 +2,7 @@
 // draw. Every operation needs the device to be current.
 #pragma once
 
+#include <string>
 #include <string_view>
 #include <vector>
 
@@ -15,11 +16,13 @@ namespace vellumtide {
 class NodeBase;
 class pbGraph;
 
-// Where a node takes an input image from. The name is the kernel's input, which is also the
-// sampler uniform's name.
+// Where a node takes an input image from, named after the kernel's input.
 struct InputSlot {
+  explicit InputSlot(const std::string& inputName) : name(inputName), uniformName(inputName) {}
+
   NodeBase* source = nullptr;  // not owned; null while nothing is connected
   FixedText<64> name;
+  std::string uniformName;  // of the sampler: the input's name, uncut
 };
 
 struct PixelSize {

@@ -7,18 +7,33 @@
 #include "gl/shader_compile.h"
 
 namespace vellumtide {
+namespace {
 
-NodeProgram::NodeProgram(const std::string& vertexText, const std::string& fragmentText) {
+// `what` and `log` follow the label.
+void report(const std::string& label, const std::string& what, const std::string& dump,
+            const std::string& log) {
+  const std::string notice = "!!!" + label + what;
+  sendMessage(Channel::Ignored, notice);
+  sendMessage(Channel::Debug, notice);
+  std::fwrite(dump.data(), 1, dump.size(), stdout);
+  std::fflush(stdout);
+  sendMessage(Channel::ErrorLog, label + log);
+}
+
+}  // namespace
+
+NodeProgram::NodeProgram(const std::string& label, const std::string& vertexText,
+                         const std::string& fragmentText) {
   constexpr Stage kVertex = {GL_VERTEX_SHADER, " vertex shader failed to compile\n",
                              "*********** vglsl **********\n", "(v)\n"};
   constexpr Stage kFragment = {GL_FRAGMENT_SHADER, " fragment shader failed to compile\n",
                                "*********** fglsl **********\n", "(f)\n"};
   if (glAvailable()) program_ = glCreateProgram();
-  compile(kVertex, vertexText);
-  compile(kFragment, fragmentText);
+  compile(kVertex, label, vertexText);
+  compile(kFragment, label, fragmentText);
   if (!program_) return;
   if (!linkProgram(program_)) {
-    failures_.push_back({" program failed to link\n", "(l)\n" + programLog(program_) + "\n\n", ""});
+    report(label, " program failed to link\n", "", "(l)\n" + programLog(program_) + "\n\n");
   }
   outputPixelSize = glGetUniformLocation(program_, "vlmk_outputPixelSize");
   texturePixelSize = glGetUniformLocation(program_, "vlmk_texturePixelSize");
@@ -30,7 +45,7 @@ NodeProgram::~NodeProgram() {
   if (program_) glDeleteProgram(program_);
 }
 
-void NodeProgram::compile(const Stage& stage, const std::string& text) {
+void NodeProgram::compile(const Stage& stage, const std::string& label, const std::string& text) {
   std::string log = "No OpenGL shader support.";
   if (program_) {
     const GLuint shader = glCreateShader(stage.kind);
@@ -43,19 +58,8 @@ void NodeProgram::compile(const Stage& stage, const std::string& text) {
     glDeleteShader(shader);
     if (compiled) return;
   }
-  failures_.push_back({stage.failure, stage.mark + log + "\n\n",
-                       stage.banner + text + "****************************\n" + log});
-}
-
-void NodeProgram::reportFailures(const std::string& label) const {
-  for (const Failure& failure : failures_) {
-    const std::string notice = "!!!" + label + failure.notice;
-    sendMessage(Channel::Ignored, notice);
-    sendMessage(Channel::Debug, notice);
-    std::fwrite(failure.dump.data(), 1, failure.dump.size(), stdout);
-    sendMessage(Channel::ErrorLog, label + failure.log);
-  }
-  if (!failures_.empty()) std::fflush(stdout);
+  report(label, stage.failure, stage.banner + text + "****************************\n" + log,
+         stage.mark + log + "\n\n");
 }
 
 const std::vector<GLint>& NodeProgram::parameterLocations(
@@ -70,13 +74,27 @@ const std::vector<GLint>& NodeProgram::parameterLocations(
   return parameterLocations_;
 }
 
-std::shared_ptr<NodeProgram> NodePrograms::get(const std::string& vertexText,
-                                               const std::string& fragmentText) {
-  std::weak_ptr<NodeProgram>& known = byTexts_[vertexText + '\0' + fragmentText];
-  std::shared_ptr<NodeProgram> program = known.lock();
+std::shared_ptr<NodeProgram> buildNodeProgram(const std::string& label, const pbKernelInfo* kernel,
+                                              const NodeShaderInputs* node,
+                                              ChannelOrder channelOrder) {
+  std::string vertexText;
+  std::string fragmentText;
+  if (kernel) generateShaders(*kernel, node, channelOrder, vertexText, fragmentText);
+  auto program = std::make_shared<NodeProgram>(label, vertexText, fragmentText);
+  if (kernel) {
+    program->sampling =
+        samplingOf(kernel->body, node ? node->evaluateParameters : std::string_view());
+  }
+  return program;
+}
+
+std::shared_ptr<NodeProgram> NodePrograms::programOf(const pbgNodeInfo& node) {
+  const pbKernelInfo* kernel = kernelOf(node);
+  const std::string_view function = kernel ? node.evaluateParameters : std::string_view();
+  std::shared_ptr<NodeProgram>& program = programs_[{kernel, function}];
   if (!program) {
-    program = std::make_shared<NodeProgram>(vertexText, fragmentText);
-    known = program;
+    const NodeShaderInputs inputs{info_.parameters, function};
+    program = buildNodeProgram(node.id.str(), kernel, &inputs, channelOrder_);
   }
   return program;
 }

@@ -1,28 +1,32 @@
 // The GLSL program of a kernel node with the places of the uniforms that every frame sets.
 #pragma once
 
-#include <array>
+#include <map>
 #include <memory>
 #include <string>
-#include <unordered_map>
+#include <string_view>
+#include <utility>
 #include <vector>
 
 #include "gl/gl_headers.h"
+#include "glsl/sampling.h"
+#include "glsl/shader_text.h"
+#include "graph/graph_info.h"
 #include "graph/graph_parameter.h"
 
 namespace vellumtide {
 
-// Built once from two texts; nodes with the same texts share one. The program object is kept even
-// after a failure: drawing with it does whatever GL does with an unlinked program.
+// Nodes with the same kernel and function share one. The program object is kept even after a
+// failure: drawing with it does whatever GL does with an unlinked program.
 class NodeProgram {
  public:
-  NodeProgram(const std::string& vertexText, const std::string& fragmentText);
+  // Builds from the two texts. What goes wrong is sent, under the label, to the message channels
+  // and printed to standard output with the text.
+  NodeProgram(const std::string& label, const std::string& vertexText,
+              const std::string& fragmentText);
   ~NodeProgram();
   NodeProgram(const NodeProgram&) = delete;
   NodeProgram& operator=(const NodeProgram&) = delete;
-
-  // Sends what went wrong, under the node's name, to the message channels.
-  void reportFailures(const std::string& label) const;
 
   GLuint id() const { return program_; }
 
@@ -30,6 +34,7 @@ class NodeProgram {
   GLint texturePixelSize = -1;
   GLint compSize = -1;
   GLint downsamplingRate = -1;
+  Sampling sampling = Sampling::Anywhere;
 
   // Places of the graph's parameters, in their order; looked up once.
   const std::vector<GLint>& parameterLocations(
@@ -42,27 +47,39 @@ class NodeProgram {
     const char* banner;   // above the text on standard output
     const char* mark;     // in the error log
   };
-  struct Failure {
-    std::string notice;  // what follows the label on channels 0 and 1
-    std::string log;     // what follows the label on channel 2
-    std::string dump;    // for standard output
-  };
 
-  void compile(const Stage& stage, const std::string& text);
+  void compile(const Stage& stage, const std::string& label, const std::string& text);
 
   GLuint program_ = 0;
   bool located_ = false;
   std::vector<GLint> parameterLocations_;
-  std::vector<Failure> failures_;
 };
 
-// The programs of one graph by their texts.
+// Builds the program of a kernel, stand-alone without a `node`. Without a kernel it has no texts.
+std::shared_ptr<NodeProgram> buildNodeProgram(const std::string& label, const pbKernelInfo* kernel,
+                                              const NodeShaderInputs* node,
+                                              ChannelOrder channelOrder);
+
+// The programs of one graph while it is built, each of them built once. The graph's description
+// must outlive it.
 class NodePrograms {
  public:
-  std::shared_ptr<NodeProgram> get(const std::string& vertexText, const std::string& fragmentText);
+  NodePrograms(const pbGraphInfo& info, ChannelOrder channelOrder)
+      : info_(info), channelOrder_(channelOrder), kernels_(info) {}
+
+  // The kernel of a node, null when there is none of its name.
+  const pbKernelInfo* kernelOf(const pbgNodeInfo& node) const { return kernels_.find(node.name); }
+
+  // Its failures are reported under the first node that needs it.
+  std::shared_ptr<NodeProgram> programOf(const pbgNodeInfo& node);
 
  private:
-  std::unordered_map<std::string, std::weak_ptr<NodeProgram>> byTexts_;
+  using Key = std::pair<const pbKernelInfo*, std::string_view>;  // with the node's function
+
+  const pbGraphInfo& info_;
+  ChannelOrder channelOrder_;
+  KernelsByName kernels_;
+  std::map<Key, std::shared_ptr<NodeProgram>> programs_;
 };
 
 }  // namespace vellumtide

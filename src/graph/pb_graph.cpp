@@ -8,12 +8,18 @@
 #include "graph/evaluation_order.h"
 #include "graph/gl_error.h"
 #include "graph/node.h"
+#include "kernel/cut_text.h"
 
 namespace vellumtide {
 namespace {
 
+// A name as it is shown: its record may end within a character.
+std::string shownName(const NameText& text) {
+  return std::string(cutText(text, NameText::kCapacity));
+}
+
 std::string describe(std::string_view what, const pbMetadata& metadata) {
-  const auto orDash = [](const NameText& text) { return text.empty() ? "-" : text.str(); };
+  const auto orDash = [](const NameText& text) { return text.empty() ? "-" : shownName(text); };
   return std::string(what) + " : " + orDash(metadata.name) +
          "\nversion : " + std::to_string(metadata.version) +
          "\nVendor : " + orDash(metadata.vendor) + "\n\n" + metadata.description;
@@ -28,29 +34,44 @@ std::unordered_map<std::string_view, std::size_t> indexByName(
   return index;
 }
 
-// Finds a node's input slots by name; the first of a name wins. Kept per node, because a hostile
+// Finds a node's input slots by the name that a connection or an image has: by the whole name,
+// else by what a record keeps of it; the first of a name wins. Kept per node, because a hostile
 // kernel may have as many inputs as its graph has connections.
 class SlotFinder {
  public:
-  InputSlot* find(NodeBase& node, std::string_view slotName) {
+  InputSlot* find(NodeBase& node, std::string_view inputName) {
     auto [entry, isNew] = byNode_.try_emplace(&node);
-    auto& slots = entry->second;
+    Slots& slots = entry->second;
     if (isNew) {
-      for (InputSlot& slot : node.inputs)
-        slots.try_emplace(slot.name.view(), &slot);
+      for (InputSlot& slot : node.inputs) {
+        slots.byName.try_emplace(slot.uniformName, &slot);
+        slots.byRecord.try_emplace(recorded(slot.uniformName), &slot);
+      }
     }
-    const auto found = slots.find(slotName);
-    return found == slots.end() ? nullptr : found->second;
+    const auto found = slots.byName.find(inputName);
+    if (found != slots.byName.end()) return found->second;
+    const auto similar = slots.byRecord.find(recorded(inputName));
+    return similar == slots.byRecord.end() ? nullptr : similar->second;
   }
 
  private:
-  std::unordered_map<NodeBase*, std::unordered_map<std::string_view, InputSlot*>> byNode_;
+  using ByText = std::unordered_map<std::string_view, InputSlot*>;
+  struct Slots {
+    ByText byName;
+    ByText byRecord;
+  };
+
+  static std::string_view recorded(std::string_view text) {
+    return text.substr(0, NameText::kCapacity);
+  }
+
+  std::unordered_map<NodeBase*, Slots> byNode_;
 };
 
 }  // namespace
 
 pbGraph::pbGraph(const pbGraphInfo& info, std::int32_t order)
-    : name(info.name.str()), channelOrder(order) {
+    : name(shownName(info.name)), channelOrder(order) {
   parameters.reserve(info.parameters.size());
   for (const pbParameter& parameter : info.parameters) {
     parameters.push_back(makeGraphParameter(parameter));
@@ -59,9 +80,9 @@ pbGraph::pbGraph(const pbGraphInfo& info, std::int32_t order)
   for (const pbVariable& image : info.inputs) {
     nodes.emplace_back(newOrThrow<ImageNode>(this, image.name.view()));
   }
-  const KernelsByName kernels(info);
-  for (std::size_t i = 0; i < info.nodes.size(); ++i) {
-    nodes.emplace_back(newOrThrow<Node>(this, info, kernels, i));
+  NodePrograms programs(info, order);
+  for (const pbgNodeInfo& node : info.nodes) {
+    nodes.emplace_back(newOrThrow<Node>(this, node, programs));
   }
   connect(info);
   if (outputIndex == -1) sendMessage(Channel::Debug, "No output node.\n" + name + "\n");
@@ -74,7 +95,7 @@ pbGraph::pbGraph(const pbGraphInfo& info, std::int32_t order)
 }
 
 pbGraph::pbGraph(const pbKernelInfo& kernel, std::int32_t order)
-    : name(kernel.name.str()), channelOrder(order) {
+    : name(shownName(kernel.name)), channelOrder(order) {
   parameters.reserve(kernel.parameters.size());
   for (const pbParameter& parameter : kernel.parameters) {
     parameters.push_back(makeKernelParameter(parameter));
@@ -86,7 +107,7 @@ pbGraph::pbGraph(const pbKernelInfo& kernel, std::int32_t order)
   SlotFinder slots;
   for (const pbVariable& input : kernel.inputs) {
     nodes.emplace_back(newOrThrow<ImageNode>(this, input.name.view()));
-    if (InputSlot* slot = slots.find(node, input.name)) slot->source = nodes.back().get();
+    if (InputSlot* slot = slots.find(node, input.sourceName)) slot->source = nodes.back().get();
   }
   fillUnconnectedInputs();
   description = describe("Pixel Bender Kernel", kernel);
@@ -113,7 +134,7 @@ void pbGraph::connect(const pbGraphInfo& info) {
     if (connection.kind == ConnectionKind::None) continue;
     const std::size_t target = indexOf(connection.to);
     if (source == nodes.size() || target == nodes.size()) continue;
-    if (InputSlot* slot = slots.find(*nodes[target], connection.toInput)) {
+    if (InputSlot* slot = slots.find(*nodes[target], connection.fullToInput)) {
       slot->source = nodes[source].get();
     }
   }

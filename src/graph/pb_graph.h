@@ -10,7 +10,7 @@
 #include "graph/graph_parameter.h"
 #include "graph/image_node.h"
 #include "graph/node_base.h"
-#include "graph/node_program.h"
+#include "graph/node_image.h"
 
 namespace vellumtide {
 
@@ -52,7 +52,6 @@ class pbGraph : public aeBase {
   std::vector<std::unique_ptr<NodeBase>> nodes;
   std::int32_t channelOrder;
   std::vector<std::unique_ptr<pbGraphParameter>> parameters;
-  NodePrograms programs;
 
  private:
   void connect(const pbGraphInfo& info);

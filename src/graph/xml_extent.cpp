@@ -6,10 +6,6 @@
 namespace vellumtide {
 namespace {
 
-constexpr std::size_t kDepthLimit = 256;
-constexpr std::size_t kAttributeLimit = 64;
-constexpr std::size_t kItemLimit = std::size_t{1} << 22;
-
 bool isSpace(char c) {
   return std::isspace(static_cast<unsigned char>(c)) != 0;
 }
@@ -193,9 +189,10 @@ XmlExtent measureXml(std::string_view text) {
   return Scanner(text).measure();
 }
 
-bool isWithinLimits(const XmlExtent& extent) {
-  return extent.depth <= kDepthLimit && extent.attributes <= kAttributeLimit &&
-         extent.items <= kItemLimit;
+Limit limitOf(const XmlExtent& extent) {
+  if (extent.depth > limits::kXmlDepth) return Limit::XmlDepth;
+  if (extent.attributes > limits::kTagAttributes) return Limit::TagAttributes;
+  return extent.items > limits::kXmlItems ? Limit::XmlItems : Limit::None;
 }
 
 }  // namespace vellumtide

@@ -3,6 +3,8 @@
 #include <cstddef>
 #include <string_view>
 
+#include "kernel/limits.h"
+
 namespace vellumtide {
 
 /// How large the tree of an XML text gets.
@@ -20,8 +22,9 @@ struct XmlExtent {
 /// over exactly as it does, so that a text cannot look flat here and be deep there. UTF-8 only.
 XmlExtent measureXml(std::string_view text);
 
-/// True when a tree of that extent is safe to build: TinyXML descends into elements on the stack
-/// and compares each attribute of a tag with all before it.
-bool isWithinLimits(const XmlExtent& extent);
+/// The limit that a tree of that extent goes beyond. Within all of them it is safe to build:
+/// TinyXML descends into elements on the stack and compares each attribute of a tag with all before
+/// it.
+Limit limitOf(const XmlExtent& extent);
 
 }  // namespace vellumtide

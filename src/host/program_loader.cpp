@@ -33,7 +33,7 @@ ProgramKind kindOf(const std::string& path) {
 std::optional<std::string> readWhole(const std::string& path) {
   HostFile file(path);
   if (!file.open('r')) return std::nullopt;
-  return file.readAll();
+  return file.readAll(limits::kTextBytes);
 }
 
 // A text that says nothing leaves the description empty.
@@ -42,6 +42,10 @@ void describe(const std::string& text, pbGraphInfo& info) {
 }
 void describe(const std::string& text, pbKernelInfo& info) {
   PBKParser(text).parse(info);
+}
+
+void sayRefused(Limit limit, const std::string& path) {
+  sendMessage(Channel::Debug, "Program refused: " + limitText(limit) + "\n" + path + "\n");
 }
 
 void noteUnbuilt(GlobalData& globalData, const std::string& path, const char* failure) {
@@ -59,6 +63,10 @@ template <class Info>
 BuildResult build(GlobalData& globalData, const std::string& path, const std::string& text) {
   Info info;
   describe(text, info);
+  if (info.beyond != Limit::None) {
+    sayRefused(info.beyond, path);
+    return BuildResult::Unusable;
+  }
   const CurrentDevice device(globalData);
   if (device.failure()) {
     noteUnbuilt(globalData, path, device.failure());
@@ -98,6 +106,10 @@ bool loadProgram(GlobalData& globalData, PF_InData* inData, const std::string& p
   if (!text) {
     // A graph that cannot be opened is passed over in silence.
     if (!isGraph) show("Kernel file could not be opened:", path);
+    return false;
+  }
+  if (text->size() > limits::kTextBytes) {
+    sayRefused(Limit::TextBytes, path);
     return false;
   }
   const BuildResult result = isGraph ? build<pbGraphInfo>(globalData, path, *text)

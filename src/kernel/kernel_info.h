@@ -9,6 +9,7 @@
 
 #include "kernel/element_type.h"
 #include "kernel/fixed_text.h"
+#include "kernel/limits.h"
 #include "kernel/parameter_kind.h"
 #include "kernel/value.h"
 
@@ -19,7 +20,7 @@ class pbVariable {
  public:
   pbVariable() = default;
   pbVariable(pbElementType variableType, std::string_view variableName)
-      : type(variableType), name(variableName) {}
+      : type(variableType), name(variableName), sourceName(variableName) {}
   pbVariable(const pbVariable&) = default;
   pbVariable(pbVariable&&) = default;
   pbVariable& operator=(const pbVariable&) = default;
@@ -28,6 +29,10 @@ class pbVariable {
 
   pbElementType type = pbElementType::None;
   NameText name;
+
+  /// The name as the shader text has it, uncut. A graph's parameters, whose uniforms are named
+  /// after the cut name, keep that here.
+  std::string sourceName;
 };
 
 /// A default position as a fraction of the layer's size; the rest as in pbValue.
@@ -68,10 +73,6 @@ class pbParameter : public pbVariable {
   RelativePoint aePointRelativeDefaultValue;
   std::string enumValues;
   std::string aePopupString;
-
-  /// The name as the shader text has it, uncut: what a uniform look-up of a stand-alone kernel asks
-  /// for. A graph's parameters, whose uniforms are named after the cut name, keep that here.
-  std::string sourceName;
 };
 
 /// What a kernel or a graph says about itself.
@@ -93,7 +94,7 @@ class pbMetadata {
 };
 
 /// One parsed kernel. `body` is its source from just behind the opening brace, rewritten for the
-/// shader prelude.
+/// shader prelude. A kernel that goes beyond a limit holds nothing else.
 class pbKernelInfo : public pbMetadata {
  public:
   std::vector<pbVariable> inputs;
@@ -101,6 +102,7 @@ class pbKernelInfo : public pbMetadata {
   std::vector<pbVariable> dependents;
   std::vector<pbParameter> parameters;
   std::string body;
+  Limit beyond = Limit::None;
 };
 
 }  // namespace vellumtide

@@ -36,6 +36,7 @@ bool PBKParser::ParameterParser::onToken(ShaderReader& reader, std::size_t lengt
     add();
     startNext();
     keep(reader, length, token);
+    return target_.isRefused();
   } else if (token == "<") {
     ParameterMetaDataParser parser(current_);
     reader.run(parser);
@@ -46,7 +47,8 @@ bool PBKParser::ParameterParser::onToken(ShaderReader& reader, std::size_t lengt
 void PBKParser::ParameterParser::add() {
   const std::size_t bytes = sizeof(pbParameter) + current_.sourceName.size() +
                             current_.enumValues.size() + current_.aePopupString.size();
-  if (target_.budget.take(bytes)) target_.kernel.parameters.push_back(current_);
+  target_.takeRecord(bytes);
+  if (!target_.isRefused()) target_.kernel.parameters.push_back(current_);
 }
 
 /// The entry lists stay: the next parameter of the declaration inherits them. The numbers of unset

@@ -12,21 +12,26 @@ namespace {
 /// Copies one declaration through its ";" and notes every identifier in it as a variable.
 class DeclarationParser : public ShaderReader::Parser {
  public:
-  DeclarationParser(std::vector<pbVariable>& variables, RecordBudget& budget, pbElementType type)
-      : variables_(variables), budget_(budget), type_(type) {}
+  DeclarationParser(ParseTarget target, std::vector<pbVariable>& variables, std::size_t most,
+                    pbElementType type)
+      : target_(target), variables_(variables), most_(most), type_(type) {}
 
   bool onToken(ShaderReader& reader, std::size_t length, TokenKind kind, LexState,
                std::string_view token) override {
     keep(reader, length, token);
-    if (kind == TokenKind::Identifier && budget_.take(sizeof(pbVariable))) {
+    if (kind == TokenKind::Identifier) {
+      if (variables_.size() == most_) target_.kernel.beyond = Limit::KernelInputs;
+      target_.takeRecord(sizeof(pbVariable) + length);
+      if (target_.isRefused()) return true;
       variables_.emplace_back(type_, token);
     }
     return token == ";";
   }
 
  private:
+  ParseTarget target_;
   std::vector<pbVariable>& variables_;
-  RecordBudget& budget_;
+  std::size_t most_;
   pbElementType type_;
 };
 
@@ -35,13 +40,13 @@ class DeclarationParser : public ShaderReader::Parser {
 class PBKParser::InputsParser : public DeclarationParser {
  public:
   InputsParser(ParseTarget target, pbElementType type)
-      : DeclarationParser(target.kernel.inputs, target.budget, type) {}
+      : DeclarationParser(target, target.kernel.inputs, limits::kKernelInputs, type) {}
 };
 
 class PBKParser::DependentsParser : public DeclarationParser {
  public:
   DependentsParser(ParseTarget target, pbElementType type)
-      : DeclarationParser(target.kernel.dependents, target.budget, type) {}
+      : DeclarationParser(target, target.kernel.dependents, limits::kRecordBytes, type) {}
 };
 
 /// The metadata blocks in front of the kernel's brace, through the ">".
@@ -97,10 +102,11 @@ class PBKParser::GlobalParser : public ShaderReader::Parser {
   bool onToken(ShaderReader& reader, std::size_t length, TokenKind kind, LexState lexState,
                std::string_view token) override {
     if (kind == TokenKind::Identifier) {
-      if (onWord(reader, token)) return false;
+      if (onWord(reader, token)) return target_.isRefused();
     } else if (kind == TokenKind::Operator) {
       if (token == "}" && reader.braceDepth() == 0) return true;
-      if (token == "{" && reader.braceDepth() == 1) {
+      // Later braces at this depth stand in macros and quotes, and belong to the body.
+      if (token == "{" && reader.braceDepth() == 1 && !isInsideBody_) {
         isInsideBody_ = true;
         return false;
       }
@@ -200,8 +206,8 @@ class PBKParser::GlobalParser : public ShaderReader::Parser {
   void keepLine(ShaderReader& reader, std::size_t length) {
     const std::size_t place = reader.position() - length;
     put("#", place);
-    const std::string_view line = reader.restOfLine();
-    keep(reader, line.size(), line);
+    Parser line;
+    runInto(reader, line, &ShaderReader::runLine);
     put("\n", reader.position());
   }
 
@@ -240,11 +246,17 @@ void PBKParser::parse(pbKernelInfo& kernel, SourceMap* bodyMap) {
     run(parser);
     kernel.body = std::move(parser.output);
   };
-  if (bodyMap) {
+  if (length() > limits::kTextBytes) {
+    kernel.beyond = Limit::TextBytes;
+  } else if (bodyMap) {
     parseWith(MappedGlobalParser(target, bodyMap));
   } else {
     parseWith(GlobalParser(target));
   }
+  if (!target.isRefused()) return;
+  const Limit beyond = kernel.beyond;
+  kernel = pbKernelInfo();
+  kernel.beyond = beyond;
 }
 
 }  // namespace vellumtide

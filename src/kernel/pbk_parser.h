@@ -10,11 +10,9 @@ namespace vellumtide {
 
 /// Memory that the records of one program may take. A few bytes of source make a record of half a
 /// kilobyte, and a declaration can hand a long text to each of its parameters, so a hostile file
-/// could ask for thousands of times its own size. Records beyond the limit are not kept.
+/// could ask for thousands of times its own size.
 class RecordBudget {
  public:
-  static constexpr std::size_t kBytes = std::size_t{256} << 20;
-
   /// False, with nothing taken, when fewer than `bytes` are left.
   bool take(std::size_t bytes) {
     if (bytes > left_) return false;
@@ -23,7 +21,7 @@ class RecordBudget {
   }
 
  private:
-  std::size_t left_ = kBytes;
+  std::size_t left_ = limits::kRecordBytes;
 };
 
 /// Reads the source of one kernel. Nothing is rejected: what is not recognised is dropped outside
@@ -43,8 +41,8 @@ class PBKParser : public ShaderReader {
   /// Kernels of one graph share a budget; it must outlive the parser.
   explicit PBKParser(std::string_view text, RecordBudget* budget = nullptr);
 
-  /// Fills a fresh `kernel`: metadata, inputs, output, dependents, parameters and body. A
-  /// `bodyMap` learns where the body comes from.
+  /// Fills a fresh `kernel`: metadata, inputs, output, dependents, parameters and body, or only the
+  /// limit that the source goes beyond. A `bodyMap` learns where the body comes from.
   void parse(pbKernelInfo& kernel, SourceMap* bodyMap = nullptr);
 
  private:

@@ -9,6 +9,12 @@ namespace vellumtide {
 struct ParseTarget {
   pbKernelInfo& kernel;
   RecordBudget& budget;
+
+  /// Once the kernel goes beyond a limit nothing more is kept.
+  bool isRefused() const { return kernel.beyond != Limit::None; }
+  void takeRecord(std::size_t bytes) const {
+    if (!budget.take(bytes)) kernel.beyond = Limit::RecordBytes;
+  }
 };
 
 /// The parameters of one declaration, from behind the type through the ";". Its output is the

@@ -53,10 +53,11 @@ bool ShaderReader::Parser::onToken(ShaderReader& reader, std::size_t length, Tok
   return false;
 }
 
-void ShaderReader::Parser::runInto(ShaderReader& reader, Parser& parser) {
+void ShaderReader::Parser::runInto(ShaderReader& reader, Parser& parser,
+                                   void (ShaderReader::*run)(Parser&)) {
   SourceMap own;
   if (map) parser.map = &own;
-  reader.run(parser);
+  (reader.*run)(parser);
   if (map) map->append(own, output.size());
   output.append(parser.output);
 }
@@ -128,19 +129,18 @@ std::string_view ShaderReader::restOfLiteral() {
   return std::string_view(text_).substr(begin);
 }
 
-std::string_view ShaderReader::restOfLine() {
-  const std::size_t begin = position_;
-  bool isOpen = true;
-  while (isOpen && !atEnd()) {
-    if (classOf(text_[position_]) == CharClass::LineEnd) {
-      ++lineCount_;
-      isOpen = isContinued(position_);
-    }
-    ++position_;
+void ShaderReader::runLine(Parser& parser) {
+  lexState_ = LexState::Preprocessor;
+  while (lexState_ == LexState::Preprocessor && !atEnd()) {
+    const bool isLineComment = peek(0) == '/' && peek(1) == '/';
+    const bool isBlockComment = peek(0) == '/' && peek(1) == '*';
+    const Token token = next();
+    if (isBlockComment) lexState_ = LexState::Preprocessor;
+    parser.onToken(*this, token.length, token.kind, lexState_, token.text);
+    if (isLineComment) break;
   }
   lexState_ = LexState::Code;
   oddBackslashes_ = false;
-  return std::string_view(text_).substr(begin, position_ - begin);
 }
 
 void ShaderReader::skipCharacter() {

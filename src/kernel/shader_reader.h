@@ -64,8 +64,9 @@ class ShaderReader {
       if (map) map->addReplaced(output.size(), source, text.size());
       output.append(text);
     }
-    /// Runs `parser` and appends its output.
-    void runInto(ShaderReader& reader, Parser& parser);
+    /// Runs `parser`, over the whole text or a line of it, and appends its output.
+    void runInto(ShaderReader& reader, Parser& parser,
+                 void (ShaderReader::*run)(Parser&) = &ShaderReader::run);
     /// Notes that the last `appended` characters of the output are the token of that place.
     void noteKept(std::size_t source, std::size_t length, std::size_t appended);
   };
@@ -87,9 +88,9 @@ class ShaderReader {
   /// as written. `stop` as above. A literal that is never closed reaches to the end of the text.
   virtual std::string_view nextString(std::string_view stop);
 
-  /// The rest of the current line with its line end; lines joined by a backslash count as one.
-  /// The reader is in code afterwards.
-  std::string_view restOfLine();
+  /// Hands the rest of a preprocessor line to `parser`, its line end included. Lines joined by a
+  /// backslash or inside a block comment count as one. The reader is in code afterwards.
+  void runLine(Parser& parser);
 
   /// Moves over one character as the character rules say, without making a token of it.
   void skipCharacter();
@@ -100,6 +101,7 @@ class ShaderReader {
   }
 
   std::size_t position() const { return position_; }
+  std::size_t length() const { return text_.size(); }
   bool atEnd() const { return position_ == text_.size(); }
   /// CRs and LFs passed; a CR LF pair counts twice.
   std::size_t lineCount() const { return lineCount_; }

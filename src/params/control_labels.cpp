@@ -1,15 +1,12 @@
 #include "params/control_labels.h"
 
 #include "aeapi/constants.h"
+#include "kernel/cut_text.h"
 
 namespace vellumtide {
 namespace {
 
 constexpr int kPopupEntryLimit = 32;
-
-bool isContinuationByte(char c) {
-  return (static_cast<unsigned char>(c) & 0xC0) == 0x80;
-}
 
 std::string_view displayNameOf(const pbParameter& parameter) {
   if (!parameter.aeDisplayName.empty()) return parameter.aeDisplayName;
@@ -33,17 +30,10 @@ std::string componentSuffix(pbElementType type, int component, int count) {
 
 }  // namespace
 
-std::string cutText(std::string_view text, std::size_t limit) {
-  if (text.size() <= limit) return std::string(text);
-  std::size_t end = limit;
-  while (end > 0 && isContinuationByte(text[end]))
-    --end;
-  return std::string(text.substr(0, end));
-}
-
 std::string controlLabel(const pbParameter& parameter, int component, int count) {
   const std::string suffix = componentSuffix(parameter.type, component, count);
-  return cutText(displayNameOf(parameter), kMaxParamNameLength - suffix.size()) + suffix;
+  const std::size_t room = kMaxParamNameLength - suffix.size();
+  return std::string(cutText(displayNameOf(parameter), room)) + suffix;
 }
 
 std::string popupEntries(const pbParameter& parameter) {

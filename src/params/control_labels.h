@@ -9,9 +9,6 @@
 
 namespace vellumtide {
 
-// The text cut to at most `limit` bytes without splitting a UTF-8 character.
-std::string cutText(std::string_view text, std::size_t limit);
-
 // The label of component `component` of the run of `count` controls bound to a parameter: its
 // display name with " x" to " w" for vectors and " [column][row]" for matrices, at most 31 bytes;
 // a long name is cut so that the component stays readable.

@@ -1,5 +1,6 @@
 #include "params/panel_layout.h"
 
+#include "kernel/cut_text.h"
 #include "params/control_labels.h"
 
 namespace vellumtide {
@@ -20,7 +21,7 @@ PanelLayout panelLayout(const pbGraph* program) {
     const int slot = static_cast<const ImageNode&>(*node).index;
     if (slot <= 0) continue;
     layout[static_cast<std::size_t>(slot)].label =
-        labelOr(cutText(node->name.view(), kMaxParamNameLength), "layer2");
+        labelOr(std::string(cutText(node->name.view(), kMaxParamNameLength)), "layer2");
   }
   for (const auto& record : program->parameters) {
     if (record->slot < 0) continue;

@@ -62,6 +62,33 @@ TEST(Graph, EqualsItsKernelsOneAfterAnother) {
   }
 }
 
+// Records keep 31 bytes of a name; in the shader it is whole.
+TEST(Graph, LongNamesWorkAndAreToldApart) {
+  const std::string name(40, 'a');
+  const std::string kernel = "kernel Long < > { input image4 " + name + "_one; input image4 " +
+                             name + "_two; output pixel4 " + name + "_out; dependent int " + name +
+                             "_n, " + name + "_m; void evaluateDependents() { " + name +
+                             "_n = 2; " + name + "_m = 3; } void evaluatePixel() { " + name +
+                             "_out = float(" + name + "_n) * sampleNearest(" + name +
+                             "_one, outCoord()) + float(" + name + "_m) * sampleNearest(" + name +
+                             "_two, outCoord()); } }";
+  const World first = plainWorld(5, 4, kFloat, {1, 0.5, 0, 0.25});
+  const World second = plainWorld(5, 4, kFloat, {1, 0, 2, 1});
+  const Rgba expected = {5, 1, 6, 3.5};
+  Session session;
+  Effect& alone = session.kernel(first, kernel);
+  setLayer(alone, name.substr(0, 31), &session.layer(second));
+  EXPECT_EQ(pixelAt(session.render(alone, {.format = kFloat}), 2, 1), expected);
+
+  Effect& inGraph = session.graph(
+      first, GraphText()
+                 .kernel(kernel)
+                 .wire("x=image y=image n=Long x>n." + name + "_one y>n." + name + "_two n>out")
+                 .str());
+  setLayer(inGraph, "y", &session.layer(second));
+  EXPECT_EQ(pixelAt(session.render(inGraph, {.format = kFloat}), 2, 1), expected);
+}
+
 TEST(Graph, NodesAreDrawnOnceAndHoldNoMemoryBetweenFrames) {
   constexpr int kWidth = 24, kHeight = 10;
   const std::string rung =

@@ -117,8 +117,25 @@ TEST(Loading, ProgramsThatDoNotBuildAreReported) {
     EXPECT_EQ(output.empty(), !*c.output) << output;
     session.render(effect);
   }
-  session.graph(World(9, 7, PF_PixelFormat_ARGB32), chain(2, badStep).str());
-  EXPECT_EQ(session.takeInfo().find("!!!n0 vertex shader failed to compile\n!!!n0 fragment"), 0u);
+  // Equal nodes have one program, and it fails once.
+  session.graph(World(9, 7, PF_PixelFormat_ARGB32), chain(3, badStep).str());
+  const std::string info = session.takeInfo();
+  EXPECT_EQ(info.find("!!!n0 vertex shader failed to compile\n!!!n0 fragment"), 0u);
+  EXPECT_EQ(info.find("!!!n1"), std::string::npos) << info;
+}
+
+TEST(Loading, ProgramsThatAskForTooMuchAreRefused) {
+  Session session;
+  std::string inputs = "input image4 a", nodes;
+  for (int i = 0; i < 1024; ++i)
+    inputs += " a";
+  for (int i = 0; i < 17000; ++i)
+    nodes += "<inputImage/>";
+  const World picture(9, 7, PF_PixelFormat_ARGB32);
+  EXPECT_EQ(session.kernel(picture, kernelText(inputs + ";", kCopy)).title, "VTD: (Invalid PB)");
+  EXPECT_EQ(session.takeInfo().find("Program refused: more than 1024 inputs of a kernel / "), 0u);
+  EXPECT_EQ(session.graph(picture, "<graph>" + nodes + "</graph>").title, "VTD: (Invalid PB)");
+  EXPECT_EQ(session.takeInfo().find("Program refused: more than 16384 nodes and images"), 0u);
 }
 
 // A host that calls the module again while it is told of something.

@@ -75,6 +75,23 @@ TEST(Panel, ControlsMirrorTheProgram) {
   EXPECT_EQ(effect.control(24).updates, updates);
 }
 
+TEST(Panel, TextsEndAtWholeCharacters) {
+  std::string cut = "a", whole;  // 33 bytes, of which a record keeps 31 and a half character
+  for (int i = 0; i < 16; ++i)
+    cut += "\xC3\xA9";
+  whole = cut.substr(0, 31);
+  cut.insert(0, "b");
+  whole = "b" + whole.substr(0, 29);
+  Session session;
+  const Effect& effect = session.graph(
+      picture(), "<graph name='" + cut + "'><inputImage type='image4' name='x'/>" +
+                     "<inputImage type='image4' name='" + cut + "'/>" +
+                     "<outputImage type='image4' name='o'/><parameter type='float' name='" + cut +
+                     "'/><connect fromImage='x' toImage='o'/></graph>");
+  EXPECT_EQ(effect.title, "VTD: " + whole);
+  EXPECT_EQ(shown(effect), "1 " + whole + "; 44 " + whole);
+}
+
 TEST(Panel, FullBanksLeaveParametersOut) {
   Session session;
   std::string bools = "parameter bool b0", floats = "parameter float4x4 m; parameter float f0";

@@ -2,10 +2,19 @@
 
 #include <gtest/gtest.h>
 
+#include "headless/text.h"
+
 namespace vellumtide::headless {
 namespace {
 
 using Kind = DialogRecord::Kind;
+
+TEST(HeadlessText, PartsThatAreNoUtf8AreReplaced) {
+  EXPECT_EQ(toUtf16("\xC3\xA9\xF0\x9F\x98\x80"), u"\u00E9\xD83D\xDE00");
+  EXPECT_EQ(toUtf16("\xE9t\xE2\x82z\x80\xC0\xAF"), u"\uFFFDt\uFFFDz\uFFFD\uFFFD\uFFFD");
+  EXPECT_EQ(toUtf16("\xED\xA0\x80\xF0\x9F\x98"), u"\uFFFD\uFFFD\uFFFD\uFFFD");
+  EXPECT_EQ(toUtf16("\xF4\x90\x80\x80"), u"\uFFFD\uFFFD\uFFFD\uFFFD");
+}
 
 TEST(ScriptEngine, ResultsAndErrorsAreTexts) {
   ScriptEngine engine;

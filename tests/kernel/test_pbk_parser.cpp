@@ -85,7 +85,13 @@ TEST(PBKParser, WholeKernels) {
        "k|1||v|1|\nin image1 i\ninput image1 i\n;a b\n"},
       {"preprocessor lines in front of the kernel are kept, the rest dropped",
        "int x;\n#define A \\\r\n 1 /* { */ // \"\r\n#b\n kernel k{\n#define C {\n}",
-       "k|1|||1|\n#define A \\\r\n 1 /* { */ // \"\r\n#b\n\n\n#define C \n"},
+       "k|1|||1|\n#define A \\\r\n 1   \n\n#b\n\n\n#define C {\n"},
+      {"a comment that begins on such a line ends where it ends",
+       "#define A 1 /* } \n* { */ + 2 // \\\nx\nkernel k{a{ /* \n */ }}",
+       "k|1|||1|\n#define A 1   + 2 \n\na{   }"},
+      {"only the kernel's own brace is left out",
+       "kernel k{\n#define TAP(i) { a; }\n#define B {\n'{' { b }}",
+       "k|1|||1|\n\n#define TAP(i) { a; }\n#define B {\n'{' { b }"},
       {"a preprocessor line at the end of the text", "#a", std::string(kNothing) + "#a\n"},
       {"declarations that lack something are dropped",
        "kernel k{input;input image4;output;output x;parameter;dependent;dependent q;}",
@@ -142,13 +148,25 @@ TEST(PBKParser, LargeAndHostileSources) {
   EXPECT_EQ(commented.body, " ");
 
   // Each comma asks for a record of its own with a copy of the whole list.
-  pbKernelInfo greedy;
-  PBKParser("kernel k{parameter int a<enumValues:\"" + repeat("x|", kMegabyte) + "\";>" +
-            repeat(",b", kMegabyte) + ";c}")
-      .parse(greedy);
-  EXPECT_GT(greedy.parameters.size(), 100u);
-  EXPECT_LT(greedy.parameters.size(), 300u);
-  EXPECT_TRUE(greedy.body.ends_with(", b;c"));
+  const auto withParameters = [&](std::size_t bytes) {
+    pbKernelInfo kernel;
+    PBKParser("kernel k{parameter int a<enumValues:\"" + repeat("x|", kMegabyte) + "\";>" +
+              repeat(",b", bytes) + ";c}")
+        .parse(kernel);
+    return kernel;
+  };
+  EXPECT_EQ(withParameters(400).parameters.size(), 201u);
+  const pbKernelInfo greedy = withParameters(kMegabyte);
+  EXPECT_EQ(greedy.beyond, Limit::RecordBytes);
+  EXPECT_TRUE(greedy.name.empty() && greedy.parameters.empty() && greedy.body.empty());
+
+  const auto withInputs = [&](std::size_t count) {
+    pbKernelInfo kernel;
+    PBKParser("kernel k{input image4" + repeat(" a", 2 * count) + ";}").parse(kernel);
+    return kernel;
+  };
+  EXPECT_EQ(withInputs(limits::kKernelInputs).inputs.size(), limits::kKernelInputs);
+  EXPECT_EQ(withInputs(limits::kKernelInputs + 1).beyond, Limit::KernelInputs);
 }
 
 }  // namespace

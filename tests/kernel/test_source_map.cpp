@@ -36,7 +36,7 @@ TEST(SourceMap, EveryCharacterOfTheBodyHasItsOrigin) {
     const char *source, *annotated;
   } kCases[] = {
       {"kernel k{a + b\r\n;}", "a + b\r\n;"},
-      {"#define A 1 // c\nkernel k{x", "[#:#]define A 1 // c\n[k:\n]x"},
+      {"#define A 1 // c\nkernel k{x", "[#:#]define A 1 [/:\n][k:\n]x"},
       {"kernel k{a/* \n\n */b// c\r\nd}", "a[/: ]b[/:\n]\nd"},
       {"kernel k{union(unionSize)}", "[u:vlmk_union](unionSize)"},
       {"kernel k{ input/**/image4  a,b ; output\n\npixel4   c;}",

@@ -94,6 +94,24 @@ TEST(ControlLabels, NamesAndComponents) {
   EXPECT_EQ(controlLabel(parameter, 0, 9), "aaaaaaaaaaaaaaaaaaaaaaa [0][0]");
 }
 
+// A name's record ends after 31 bytes, within a character or not.
+TEST(ControlLabels, EndAtWholeCharacters) {
+  const struct {
+    std::string name, label;
+  } cases[] = {
+      {std::string(30, 'a') + "\xC3\xA9", std::string(30, 'a')},
+      {std::string(28, 'a') + "\xF0\x9F\x98\x80", std::string(28, 'a')},
+      {std::string(29, 'a') + "\xC3\xA9z", std::string(29, 'a') + "\xC3\xA9"},
+      {"Filtr\xE9", "Filtr\xE9"},  // another encoding: nothing is lost
+      {std::string(40, '\xA9'), std::string(31, '\xA9')},
+  };
+  for (const auto& c : cases) {
+    pbParameter parameter(pbElementType::Float, "p");
+    parameter.displayName = c.name;
+    EXPECT_EQ(controlLabel(parameter, 0, 1), c.label);
+  }
+}
+
 TEST(ControlLabels, PopupEntriesStopAtTheHostsListLength) {
   pbParameter parameter;
   parameter.enumValues = "a|b";

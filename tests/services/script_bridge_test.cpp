@@ -46,7 +46,8 @@ TEST(ScriptBridge, ShowsHostileTextsUnchanged) {
       {"\\u0041\xC3\xA9\xF0\x9F\x98\x80?'\x7F\\", "\\u0041\xC3\xA9\xF0\x9F\x98\x80?'\x7F\\"},
       {std::string(1 << 20, '\\'), std::string(1 << 20, '\\')},
       {std::string("cut\0 off", 8), "cut"},
-      {"a\xFF\x80z\xC0\x80hidden", "az"},
+      {"Voil\xE0 un flou", "Voil\uFFFD un flou"},
+      {"a\xFF\x80z\xC0\x80shown", "a\uFFFD\uFFFDz\uFFFD\uFFFDshown"},
       {"a\xE2\x80\xA8z\xE2\x80\xA9", "a\nz\n"}};
   RoomHost room;
   for (const auto& [text, expected] : cases) {

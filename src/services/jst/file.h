@@ -16,9 +16,6 @@ class File : public _FileSys<Allocator> {
  public:
   enum class Mode { None, Read, Write, ReadWrite, Append };
 
-  // Larger program files are refused like unreadable ones.
-  static constexpr std::size_t kReadLimit = std::size_t{64} << 20;
-
   explicit File(std::string_view path) : _FileSys<Allocator>(path, EntryKind::File) {}
   ~File() override { close(); }
   File(const File&) = delete;
@@ -41,20 +38,21 @@ class File : public _FileSys<Allocator> {
     return stream_ && std::fwrite(bytes, 1, count, stream_) == count;
   }
 
-  // Everything from the stream's position to its end; nothing when that is more than `limit` bytes
-  // or cannot be read.
-  std::optional<std::string> readAll(std::size_t limit = kReadLimit) {
+  // Everything from the stream's position to its end, or one byte more than `limit` when that is
+  // longer; nothing when it cannot be read.
+  std::optional<std::string> readAll(std::size_t limit) {
     if (!stream_) return std::nullopt;
     std::string text;
     std::size_t used = 0;
-    for (std::size_t chunk = 0x10000;; chunk = std::min(chunk * 2, std::size_t{4} << 20)) {
+    for (std::size_t chunk = 0x10000; used <= limit;) {
       text.resize(used + chunk);
       const std::size_t count = std::fread(text.data() + used, 1, chunk, stream_);
       used += count;
-      if (used > limit || std::ferror(stream_)) return std::nullopt;
+      if (std::ferror(stream_)) return std::nullopt;
       if (count < chunk) break;
+      chunk = std::min(chunk * 2, std::size_t{4} << 20);
     }
-    text.resize(used);
+    text.resize(std::min(used, limit + 1));
     return text;
   }
 

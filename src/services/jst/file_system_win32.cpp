@@ -7,6 +7,7 @@
 
 #include "core/utf.h"
 #include "services/jst/file_system.h"
+#include "services/jst/text.h"
 
 namespace vellumtide::_JST {
 namespace {
@@ -14,7 +15,7 @@ namespace {
 // Empty, which no call accepts, for a path longer than the plain calls take or with a NUL inside.
 std::wstring widePath(std::string_view path) {
   if (path.find('\0') != path.npos) return {};
-  const std::u16string units = toUtf16(path).units;
+  const std::u16string units = toUTF16(path).units;
   if (units.size() >= MAX_PATH) return {};
   return std::wstring(units.begin(), units.end());
 }

@@ -94,8 +94,11 @@ String<Allocator> join(const Array<String<Allocator>, Allocator>& pieces, std::s
   return text;
 }
 
+// Widens a text for the platform's wide-character functions. Bytes that can stand nowhere but
+// inside a character (0x80 to 0xBF), or nowhere at all (0xFE, 0xFF), are skipped where they begin
+// something; what else is not UTF-8 becomes U+FFFD.
 inline Utf16Text toUTF16(std::string_view utf8) {
-  return toUtf16(utf8);
+  return toUtf16(utf8, StrayBytes::Skipped);
 }
 
 }  // namespace vellumtide::_JST
