@@ -34,7 +34,8 @@ TEST_F(ModuleCommands, CheckReportsEachProgramAndGoesOn) {
   EXPECT_NE(reports[2]["error"].get<std::string>().find("no such file"), std::string::npos);
   EXPECT_NE(run("check good.pbk").out.find("parameter amount: 44 \"Amount\""), std::string::npos);
   EXPECT_FALSE(reports[0].contains("notes"));
-  writeText("meant.pbk", kernelText(kMarked, "\nparameter float2 p < maxValue : float2(7.0); >;"));
+  writeText("meant.pbk",
+            kernelText("dst = float4(p, p);", "\nparameter float2 p < maxValue : float2(7.0); >;"));
   EXPECT_NE(run("check meant.pbk")
                 .out.find(":33: note: maxValue of \"p\" is meant as 7 each, its "
                           "cells read 7,0\n"),
