@@ -11,6 +11,7 @@
 #include "cli/interruption.h"
 #include "cli/messages.h"
 #include "cli/pending_file.h"
+#include "cli/render_files.h"
 #include "cli/render_pipeline.h"
 #include "cli/render_report.h"
 #include "cli/stopwatch.h"
@@ -216,8 +217,10 @@ class Run {
 
 void runRenderJob(const RenderJob& job) {
   if (!job.report.empty()) checkReport(job.report);
+  requireReportApart(job);
   std::optional<Run> run;
   try {
+    requirePicturesApart(job);
     run.emplace(job);
   } catch (const Failure& failure) {
     RenderProgress progress(job.progress, 0, false);
