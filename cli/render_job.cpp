@@ -165,6 +165,7 @@ class Run {
       conclude("interrupted", 128 + signal, text);
       return signal;
     }
+    if (failure && !job_.frames.empty()) sayOtherSpellings(job_);
     conclude(failure ? "failed" : "done", failure ? static_cast<int>(failure->status) : 0,
              failure ? failure->what() : "");
     if (failure) throw *failure;
@@ -218,6 +219,7 @@ class Run {
 void runRenderJob(const RenderJob& job) {
   if (!job.report.empty()) checkReport(job.report);
   requireReportApart(job);
+  if (job.frames.empty()) sayOtherSpellings(job);
   std::optional<Run> run;
   try {
     requirePicturesApart(job);

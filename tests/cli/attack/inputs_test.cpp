@@ -139,5 +139,47 @@ const Attack kPipes[] = {
 };
 INSTANTIATE_TEST_SUITE_P(Pipes, AttackTest, testing::ValuesIn(kPipes), attackName);
 
+// Messages that are true, and what an earlier run left.
+const Attack kSmall[] = {
+    {.name = "OtherPadding",
+     .setUp = "mv s.2.png s.0002.png",
+     .command = "$V render k.pbk -i 's.####.png' -o 'new.#.png'",
+     .message = "s.####.png: s.1.png and 1 more left out",
+     .changes = "+new.2.png "},
+    {.name = "OtherPaddingOfAMissingFrame",
+     .command = "$V render k.pbk -i 's.##.png' -o 'new.#.png' --frames 1",
+     .status = 4,
+     .message = "s.##.png: s.1.png and 2 more left out"},
+    {.name = "MoreThanAll",
+     .command = "$V compare in.png b.png --allow 101%",
+     .status = 2,
+     .message = "--allow 101%: a share is at most 100%"},
+    {.name = "NoThreads",
+     .command = "$V render k.pbk -i in.png -o new.png --threads abc",
+     .status = 2,
+     .message = "--threads: \"abc\" is no whole number from 1 to 64"},
+    {.name = "NoDepth",
+     .command = "$V sheet in.png -o new.png --depth x",
+     .status = 2,
+     .message = "--depth: x not in {8,16,32}"},
+    {.name = "WidePixels",
+     .command = "$V render k.pbk -i in.png -o new.png --pixel-aspect 1e30",
+     .status = 2,
+     .message = "--pixel-aspect 1e30: expected a number from 0.0001 to 1e9"},
+    {.name = "FrameBeyondTheLast",
+     .command = "$V render k.pbk -i in.png -o 'new.#.png' --frames 1-999999999999",
+     .status = 2,
+     .message = "frame 999999999999 is beyond the last that there can be"},
+    {.name = "OtherDepthIsNotComplete",
+     .command = "$V render k.pbk -i in.png -o old.png --skip-existing --depth 16",
+     .changes = "~old.png "},
+    {.name = "OtherFormatIsNotComplete",
+     .setUp = "$V render k.pbk -i in.png -o t.tif; mv t.tif new.png",
+     .command = "$V render k.pbk -i in.png -o new.png --skip-existing",
+     .changes = "~new.png "},
+    {.name = "CompleteStays", .command = "$V render k.pbk -i in.png -o old.png --skip-existing"},
+};
+INSTANTIATE_TEST_SUITE_P(Small, AttackTest, testing::ValuesIn(kSmall), attackName);
+
 }  // namespace
 }  // namespace vellumtide::cli
