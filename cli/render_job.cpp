@@ -11,6 +11,7 @@
 #include "cli/interruption.h"
 #include "cli/messages.h"
 #include "cli/pending_file.h"
+#include "cli/render_files.h"
 #include "cli/render_pipeline.h"
 #include "cli/render_report.h"
 #include "cli/stopwatch.h"
@@ -164,6 +165,7 @@ class Run {
       conclude("interrupted", 128 + signal, text);
       return signal;
     }
+    if (failure && !job_.frames.empty()) sayOtherSpellings(job_);
     conclude(failure ? "failed" : "done", failure ? static_cast<int>(failure->status) : 0,
              failure ? failure->what() : "");
     if (failure) throw *failure;
@@ -216,8 +218,11 @@ class Run {
 
 void runRenderJob(const RenderJob& job) {
   if (!job.report.empty()) checkReport(job.report);
+  requireReportApart(job);
+  if (job.frames.empty()) sayOtherSpellings(job);
   std::optional<Run> run;
   try {
+    requirePicturesApart(job);
     run.emplace(job);
   } catch (const Failure& failure) {
     RenderProgress progress(job.progress, 0, false);

@@ -1,6 +1,5 @@
 #include "cli/render_report.h"
 
-#include <fstream>
 #include <nlohmann/json.hpp>
 
 #include "cli/pending_file.h"
@@ -9,7 +8,6 @@
 namespace vellumtide::cli {
 namespace {
 
-namespace fs = std::filesystem;
 using Json = nlohmann::ordered_json;
 
 [[noreturn]] void fail(const std::string& file, const std::string& reason) {
@@ -19,11 +17,11 @@ using Json = nlohmann::ordered_json;
 }  // namespace
 
 void checkReport(const std::string& file) {
-  const fs::path path = pathOf(file);
-  const fs::path folder = path.has_parent_path() ? path.parent_path() : fs::path(".");
-  std::error_code ignored;
-  if (!fs::is_directory(folder, ignored)) fail(file, "there is no folder " + utf8(folder));
-  if (fs::is_directory(path, ignored)) fail(file, "it is a folder");
+  try {
+    outputTarget(pathOf(file));
+  } catch (const WriteRefusal& refusal) {
+    fail(file, refusal.what());
+  }
 }
 
 void writeReport(const RenderJob& job, const RenderRecords& records, const std::string& status,
@@ -37,15 +35,11 @@ void writeReport(const RenderJob& job, const RenderRecords& records, const std::
   report["failed"] = records.count(FrameStatus::Failed);
   report["frames"] = records.json();
 
-  PendingFile pending(pathOf(job.report));
-  std::ofstream file(pending.path(), std::ios::binary);
-  file << report.dump(1, ' ', false, Json::error_handler_t::replace) << "\n";
-  file.close();
-  if (!file) fail(job.report, "the disk takes no more, or the folder no file");
   try {
-    pending.commit();
-  } catch (const fs::filesystem_error& error) {
-    fail(job.report, error.code().message());
+    writeFile(pathOf(job.report),
+              report.dump(1, ' ', false, Json::error_handler_t::replace) + "\n");
+  } catch (const WriteRefusal& refusal) {
+    fail(job.report, refusal.what());
   }
 }
 
