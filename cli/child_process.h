@@ -21,4 +21,7 @@ ChildResult runSelf(const std::vector<std::string>& arguments, int limitSeconds)
 ChildResult runTool(const std::string& program, const std::vector<std::string>& arguments,
                     int limitSeconds);
 
+// Ends the child that is running, if there is one; for a process that ends without waiting for it.
+void endChildProcess();
+
 }  // namespace vellumtide::cli

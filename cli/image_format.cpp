@@ -62,9 +62,9 @@ SampleType writtenType(const fs::path& path, PF_PixelFormat pixels, const WriteO
 }
 
 void checkReadable(const fs::path& path) {
-  std::error_code ignored;
-  const fs::file_status status = fs::status(path, ignored);
-  if (!fs::exists(status)) failImage(path, "there is no such file");
+  std::error_code failed;
+  const fs::file_status status = fs::status(path, failed);
+  if (!fs::exists(status)) failImage(path, failed ? reasonOf(failed) : "there is no such file");
   if (fs::is_directory(status)) failImage(path, "is a folder, not an image");
 }
 

@@ -26,7 +26,7 @@ constexpr std::uintmax_t kLargestFile = kGraphTextLimit;
 std::string readText(const fs::path& path) {
   std::error_code failed;
   const fs::file_status status = fs::status(path, failed);
-  if (!fs::exists(status)) fail(path, "there is no such file");
+  if (!fs::exists(status)) fail(path, failed ? reasonOf(failed) : "there is no such file");
   if (fs::is_directory(status)) fail(path, "is a folder, not a program file");
   if (fs::is_regular_file(status) && fs::file_size(path, failed) > kLargestFile) {
     fail(path, "the file is larger than 64 MiB");

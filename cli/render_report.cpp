@@ -26,6 +26,15 @@ void checkReport(const std::string& file) {
   if (fs::is_directory(path, ignored)) fail(file, "it is a folder");
 }
 
+bool mayHoldReport(const std::string& file) {
+  const fs::path path = pathOf(file);
+  std::error_code ignored;
+  if (!fs::is_regular_file(path, ignored) || fs::file_size(path, ignored) == 0) return true;
+  std::ifstream stream(path, std::ios::binary);
+  const Json old = Json::parse(stream, nullptr, false);
+  return old.is_object() && old.contains("status");
+}
+
 void writeReport(const RenderJob& job, const RenderRecords& records, const std::string& status,
                  int exitStatus, const std::string& failure, double milliseconds) {
   Json report = {{"program", job.program}, {"status", status}, {"exitStatus", exitStatus}};
