@@ -14,7 +14,7 @@ namespace {
 
 // What Mesa's software rasteriser needs at the least.
 constexpr std::size_t kFiles = 12;
-constexpr std::size_t kBytes = std::size_t{192} << 20;
+constexpr std::size_t kBytes = std::size_t{288} << 20;
 
 [[noreturn]] void fail(const std::string& lack, int resource, const std::string& unit, int error) {
   rlimit limit{};

@@ -36,6 +36,10 @@ std::string readText(const fs::path& path) {
   std::string text{std::istreambuf_iterator<char>(file), {}};
   if (!file) {
     const int reason = errno;
+    if (reason == EMFILE || reason == ENFILE || reason == ENOMEM) {
+      throw Failure(ExitStatus::Failed, utf8(path) + ": cannot be read: " +
+                                            std::generic_category().message(reason));
+    }
     fail(path,
          "cannot be read: " + (reason ? std::generic_category().message(reason) : "I/O error"));
   }

@@ -90,7 +90,7 @@ INSTANTIATE_TEST_SUITE_P(Machine, AttackTest, testing::ValuesIn(kMachine), attac
 TEST(Machine, FewDescriptors) {
   AttackedTree tree(Person::Root);
   int lacking = 0;
-  for (int files = 7; files <= 40; ++files) {
+  for (int files = 4; files <= 40; ++files) {
     const AttackedTree::Result result =
         tree.run("ulimit -n " + std::to_string(files) + "; " + RENDER + "; S=$?; rm -f out.png; "
                  "exit $S");

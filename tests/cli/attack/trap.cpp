@@ -4,6 +4,7 @@
 //   TRAP_CALL     open (every way to open a file), rename, eglInitialize or glReadPixels
 //   TRAP_NAME     for the first two: part of the file's name
 //   TRAP_SIGNALS  numbers, sent to the process one after the other
+//   TRAP_STAMP    file that then gets the time in nanoseconds since 1970
 //   TRAP_PASSES   when set, the call goes on once the signals are no longer pending
 #include <dlfcn.h>
 #include <fcntl.h>
@@ -29,6 +30,16 @@ bool isTrap(const char* call, const char* name) {
   return !sprung.exchange(true);
 }
 
+void writeStamp() {
+  const char* name = std::getenv("TRAP_STAMP");
+  FILE* file = name != nullptr ? std::fopen(name, "w") : nullptr;
+  if (file == nullptr) return;
+  timespec now{};
+  clock_gettime(CLOCK_REALTIME, &now);
+  std::fprintf(file, "%lld\n", static_cast<long long>(now.tv_sec) * 1000000000 + now.tv_nsec);
+  std::fclose(file);
+}
+
 bool isPending() {
   sigset_t pending;
   sigpending(&pending);
@@ -40,6 +51,7 @@ bool isPending() {
 
 void spring(const char* call, const char* name = "") {
   if (!isTrap(call, name)) return;
+  writeStamp();
   if (const char* signals = std::getenv("TRAP_SIGNALS")) {
     char* rest = const_cast<char*>(signals);
     while (const long signal = std::strtol(rest, &rest, 10))
