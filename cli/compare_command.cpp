@@ -5,9 +5,11 @@
 #include "cli/commands.h"
 #include "cli/compare_report.h"
 #include "cli/failure.h"
+#include "cli/file_guard.h"
 #include "cli/frame_sequence.h"
 #include "cli/messages.h"
 #include "cli/number_text.h"
+#include "cli/output_target.h"
 #include "cli/utf8_path.h"
 
 namespace vellumtide::cli {
@@ -104,7 +106,24 @@ class Comparer {
   DifferenceOptions difference_;
 };
 
+// The pictures of all frames are kept from the files of all, because a later frame reads them.
+void requireApart(const CompareOptions& options, const std::vector<int>& frames) {
+  if (options.output.empty()) return;
+  if (isStandardOutput(pathOf(options.output)))
+    failUsage("-o -: standard output tells the figures; name a file for the picture");
+  FileGuard guard;
+  const auto forEach = [&](const std::string& name, auto action) {
+    if (frames.empty()) action(pathOf(name));
+    for (int frame : frames)
+      action(frameName(pathOf(name), frame));
+  };
+  for (const std::string& image : {options.a, options.b})
+    forEach(image, [&](const fs::path& file) { guard.reads("the image", file); });
+  forEach(options.output, [&](const fs::path& file) { guard.writes("-o", file); });
+}
+
 void compareTwo(const CompareOptions& options) {
+  requireApart(options, {});
   const Comparison result =
       Comparer(options).compare(pathOf(options.a), pathOf(options.b), pathOf(options.output));
   writeOut(options.json ? comparisonJson(result).dump(2) + "\n" : comparisonText(result));
@@ -123,6 +142,7 @@ void compareFrames(const CompareOptions& options) {
   const Comparer comparer(options);
   nlohmann::ordered_json list = nlohmann::ordered_json::array();
   const std::vector<int> frames = parseFrames(options.frames);
+  requireApart(options, frames);
   std::size_t failed = 0;
   for (int frame : frames) {
     Comparison result = comparer.compare(

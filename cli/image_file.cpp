@@ -8,10 +8,12 @@
 namespace vellumtide::cli {
 
 ImageFile readImageFile(const std::filesystem::path& path, ReadAs readAs) {
+  checkReadable(path);
   return isPng(path) ? readPngFile(path, readAs) : readWithLibrary(path, readAs);
 }
 
 ImageShape readImageShape(const std::filesystem::path& path) {
+  checkReadable(path);
   return isPng(path) ? readPngShape(path) : readShapeWithLibrary(path);
 }
 
@@ -22,15 +24,24 @@ void encodeImageFile(const std::filesystem::path& file, const std::filesystem::p
   encode(file, target, pixels, pixelAspect, options);
 }
 
+void checkWritable(const std::filesystem::path& path, const WriteOptions& options) {
+  writtenType(path, PF_PixelFormat_ARGB32, options);
+  try {
+    outputTarget(path);
+  } catch (const WriteRefusal& refusal) {
+    failImage(path, std::string("cannot be written: ") + refusal.what());
+  }
+}
+
 void writeImageFile(const std::filesystem::path& path, const headless::World& pixels,
                     double pixelAspect, const WriteOptions& options) {
-  checkWritable(path, options);
-  PendingFile pending(path);
-  encodeImageFile(pending.path(), path, pixels, pixelAspect, options);
+  writtenType(path, PF_PixelFormat_ARGB32, options);
   try {
+    PendingFile pending(path);
+    encodeImageFile(pending.path(), path, pixels, pixelAspect, options);
     pending.commit();
-  } catch (const std::filesystem::filesystem_error& error) {
-    failImage(path, "cannot be written: " + error.code().message());
+  } catch (const WriteRefusal& refusal) {
+    failImage(path, std::string("cannot be written: ") + refusal.what());
   }
 }
 

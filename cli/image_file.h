@@ -55,11 +55,11 @@ struct WriteOptions {
 };
 
 // Checks that `path` can be written with these options as far as that shows without writing: a
-// known extension, a sample type it can hold, an existing folder, no folder of that name.
+// known extension, a sample type it can hold, and what outputTarget() asks for.
 void checkWritable(const std::filesystem::path& path, const WriteOptions& options);
 
-// Writes the file whole or not at all: the pixels go to a new file beside `path` that takes its
-// name at the end. The extension decides the format.
+// Writes the file whole or not at all, as PendingFile does. The extension decides the format; "-"
+// is standard output and gets PNG.
 void writeImageFile(const std::filesystem::path& path, const headless::World& pixels,
                     double pixelAspect, const WriteOptions& options);
 

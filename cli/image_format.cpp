@@ -25,6 +25,7 @@ void failImage(const fs::path& path, const std::string& reason) {
 }
 
 const ImageFormat& formatOf(const fs::path& path) {
+  if (path == "-") return writtenFormats().front();  // standard output has no ending
   std::string extension = utf8(path.extension());
   std::transform(extension.begin(), extension.end(), extension.begin(),
                  [](unsigned char c) { return static_cast<char>(std::tolower(c)); });
@@ -66,17 +67,9 @@ void checkReadable(const fs::path& path) {
   const fs::file_status status = fs::status(path, failed);
   if (!fs::exists(status)) failImage(path, failed ? reasonOf(failed) : "there is no such file");
   if (fs::is_directory(status)) failImage(path, "is a folder, not an image");
-}
-
-void checkWritable(const fs::path& path, const WriteOptions& options) {
-  writtenType(path, PF_PixelFormat_ARGB32, options);
-  std::error_code ignored;
-  const fs::path folder = path.has_parent_path() ? path.parent_path() : fs::path(".");
-  if (!fs::is_directory(folder, ignored)) {
-    failImage(path, "cannot be written: there is no folder " + utf8(folder));
-  }
-  if (fs::exists(path, ignored) && !fs::is_regular_file(path, ignored)) {
-    failImage(path, "cannot be written: it exists and is not a file");
+  // A pipe gives its bytes once, and images are looked at before they are read.
+  if (!fs::is_regular_file(status)) {
+    failImage(path, "is a pipe or a device; images are read from files alone");
   }
 }
 

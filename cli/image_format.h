@@ -25,7 +25,7 @@ std::span<const ImageFormat> writtenFormats();
 
 bool isPngFormat(const ImageFormat& format);
 
-// The format that the path's extension stands for; a Failure when there is none.
+// The format that the path's extension stands for, PNG for "-"; a Failure when there is none.
 const ImageFormat& formatOf(const std::filesystem::path& path);
 
 // The sample type of the file; a Failure when the format cannot hold what the options want.
@@ -34,7 +34,7 @@ SampleType writtenType(const std::filesystem::path& path, PF_PixelFormat pixels,
 
 [[noreturn]] void failImage(const std::filesystem::path& path, const std::string& reason);
 
-// A Failure when there is no file, or when it is a folder.
+// A Failure when there is no file, or when it is a folder, a pipe or a device. Opens nothing.
 void checkReadable(const std::filesystem::path& path);
 
 // A Failure unless the picture has pixels and stays within the limits.

@@ -1,8 +1,8 @@
-#include <fstream>
 #include <memory>
 
 #include "cli/commands.h"
 #include "cli/failure.h"
+#include "cli/file_guard.h"
 #include "cli/graph_drawing.h"
 #include "cli/inspect.h"
 #include "cli/pending_file.h"
@@ -19,24 +19,21 @@ struct InspectOptions {
 // Whole or not at all; "" is standard output.
 void writeDrawing(const std::string& text, const std::string& output) {
   if (output.empty()) return writeOut(text);
-  const auto fail = [&](const std::string& reason) {
-    throw Failure(ExitStatus::Image, output + ": cannot be written: " + reason);
-  };
   try {
-    PendingFile pending(pathOf(output));
-    std::ofstream file(pending.path(), std::ios::binary);
-    file << text;
-    file.close();
-    if (!file) fail("is its folder there, and has it room?");
-    pending.commit();
-  } catch (const std::filesystem::filesystem_error& error) {
-    fail(error.code().message());
+    writeFile(pathOf(output), text);
+  } catch (const WriteRefusal& refusal) {
+    throw Failure(ExitStatus::Image, output + ": cannot be written: " + refusal.what());
   }
 }
 
 void inspect(const InspectOptions& options) {
   if (!options.output.empty() && options.graph.empty()) {
     throw Failure(ExitStatus::Usage, "-o: only a drawing goes to a file; ask for it with --graph");
+  }
+  if (!options.output.empty()) {
+    FileGuard guard;
+    guard.reads("the program", pathOf(options.file));
+    guard.writes("-o", pathOf(options.output));
   }
   const Program program = readProgram(pathOf(options.file));
   if (!options.graph.empty()) {

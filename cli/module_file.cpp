@@ -33,6 +33,14 @@ fs::path findBesideProgram(const std::string& fileName) {
                                         utf8(installed) + " is there");
 }
 
+std::optional<fs::path> moduleFile(const std::string& path) {
+  try {
+    return findModule(path);
+  } catch (const Failure&) {
+    return {};
+  }
+}
+
 std::shared_ptr<headless::Module> loadModule(const std::string& path) {
   const fs::path file = findModule(path);
   std::error_code ignored;

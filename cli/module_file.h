@@ -3,6 +3,7 @@
 
 #include <filesystem>
 #include <memory>
+#include <optional>
 #include <string>
 
 #include "headless/module.h"
@@ -13,9 +14,12 @@ namespace vellumtide::cli {
 // (ExitStatus::Failed) that names both places.
 std::filesystem::path findBesideProgram(const std::string& fileName);
 
-// Loads the effect module: `path` when one is given, else the file that the environment variable
-// VELLUMTIDE_MODULE names, else the one that belongs to this program. Throws Failure
-// (ExitStatus::Failed).
+// The file of the effect module: `path` when one is given, else the one that the environment
+// variable VELLUMTIDE_MODULE names, else the one that belongs to this program. Nothing when there
+// is none of these.
+std::optional<std::filesystem::path> moduleFile(const std::string& path);
+
+// Loads the effect module of moduleFile(). Throws Failure (ExitStatus::Failed).
 std::shared_ptr<headless::Module> loadModule(const std::string& path);
 
 }  // namespace vellumtide::cli

@@ -2,12 +2,11 @@
 
 #include <array>
 #include <atomic>
+#include <cerrno>
 #include <chrono>
-#include <csignal>
 #include <cstdio>
 #include <cstring>
-#include <mutex>
-#include <random>
+#include <fstream>
 #include <string>
 #include <thread>
 
@@ -24,23 +23,13 @@ struct Slot {
 std::array<Slot, 64> slots;
 std::atomic<bool> abandoned{false};
 
-extern "C" void removePendingAndEnd(int signalNumber) {
-  abandonPendingFiles();
-  std::signal(signalNumber, SIG_DFL);
-  std::raise(signalNumber);
-}
-
-// A program that handles the signals itself calls abandonPendingFiles().
-void watchSignals() {
-  for (int signalNumber : {SIGINT, SIGTERM}) {
-    const auto before = std::signal(signalNumber, removePendingAndEnd);
-    if (before != SIG_DFL && before != removePendingAndEnd) std::signal(signalNumber, before);
-  }
+// While the process ends, its other threads make no new files.
+void stayOutOfTheWay() {
+  while (abandoned)
+    std::this_thread::sleep_for(std::chrono::seconds(1));
 }
 
 int takeSlot(const std::filesystem::path& path) {
-  static std::once_flag watched;
-  std::call_once(watched, watchSignals);
   const std::string name = utf8(path);
   if (name.size() >= slots[0].name.size()) return -1;
   for (std::size_t i = 0; i < slots.size(); ++i) {
@@ -52,45 +41,51 @@ int takeSlot(const std::filesystem::path& path) {
   return -1;
 }
 
-std::filesystem::path resolved(const std::filesystem::path& target) {
-  std::error_code failed;
-  const std::filesystem::path real = std::filesystem::canonical(target, failed);
-  return failed ? target : real;
-}
-
-std::string randomToken() {
-  static std::mutex mutex;
-  static std::random_device device;
-  const std::lock_guard lock(mutex);
-  char token[16];
-  std::snprintf(token, sizeof token, ".%08x", device());
-  return token;
-}
-
 }  // namespace
 
-PendingFile::PendingFile(const std::filesystem::path& target) : target_(resolved(target)) {
-  // The process ends; its other threads only have to stay out of the way.
-  while (abandoned)
-    std::this_thread::sleep_for(std::chrono::seconds(1));
-  // The extension stays last, because it decides the format.
-  const std::string name = "." + utf8(target_.stem()) + randomToken() + utf8(target_.extension());
-  path_ = target_;
-  path_.replace_filename(pathOf(name));
-  slot_ = takeSlot(path_);
+PendingFile::PendingFile(const std::filesystem::path& target) : target_(outputTarget(target)) {
+  stayOutOfTheWay();
+  try {
+    if (target_.kind == OutputTarget::Kind::File) {
+      hidden_.emplace(target_.path);
+      path_ = hidden_->path();
+      slot_ = takeSlot(path_);
+    } else {
+      folder_.emplace();
+      path_ = folder_->path() / "whole";
+      path_ += target_.path.extension();
+    }
+  } catch (const std::filesystem::filesystem_error& error) {
+    throw WriteRefusal(error.code().message());
+  }
+  if (abandoned) hidden_.reset();  // made while the others were removed
+  stayOutOfTheWay();
 }
 
 PendingFile::~PendingFile() {
-  std::error_code ignored;
-  if (!path_.empty()) std::filesystem::remove(path_, ignored);
+  hidden_.reset();
   if (slot_ < 0) return;
   slots[slot_].filled = false;
   slots[slot_].taken = false;
 }
 
 void PendingFile::commit() {
-  std::filesystem::rename(path_, target_);
-  path_.clear();
+  if (!hidden_) return sendFile(path_, target_);
+  try {
+    hidden_->rename();
+  } catch (const std::filesystem::filesystem_error& error) {
+    throw WriteRefusal(error.code().message());
+  }
+}
+
+void writeFile(const std::filesystem::path& target, std::string_view bytes) {
+  PendingFile pending(target);
+  std::ofstream file(pending.path(), std::ios::binary);
+  errno = 0;
+  file.write(bytes.data(), static_cast<std::streamsize>(bytes.size()));
+  file.close();
+  if (!file) throw WriteRefusal(std::generic_category().message(errno != 0 ? errno : EIO));
+  pending.commit();
 }
 
 void abandonPendingFiles() {

@@ -37,8 +37,8 @@ std::string readText(const fs::path& path) {
   if (!file) {
     const int reason = errno;
     if (reason == EMFILE || reason == ENFILE || reason == ENOMEM) {
-      throw Failure(ExitStatus::Failed, utf8(path) + ": cannot be read: " +
-                                            std::generic_category().message(reason));
+      throw Failure(ExitStatus::Failed,
+                    utf8(path) + ": cannot be read: " + std::generic_category().message(reason));
     }
     fail(path,
          "cannot be read: " + (reason ? std::generic_category().message(reason) : "I/O error"));

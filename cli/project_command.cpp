@@ -6,8 +6,11 @@
 #include "cli/commands.h"
 #include "cli/control_panel.h"
 #include "cli/failure.h"
+#include "cli/file_guard.h"
 #include "cli/layer_pictures.h"
+#include "cli/module_file.h"
 #include "cli/number_text.h"
+#include "cli/pending_file.h"
 #include "cli/utf8_path.h"
 #include "headless/project.h"
 
@@ -31,7 +34,21 @@ std::optional<int> depthOf(const ProjectOptions& options) {
   return options.depth == 0 ? std::nullopt : std::optional<int>(options.depth);
 }
 
+void writeProject(const Project& project, const std::string& file) {
+  try {
+    writeFile(pathOf(file), project.text());
+  } catch (const WriteRefusal& refusal) {
+    throw Failure(ExitStatus::Failed, file + ": cannot be written: " + refusal.what());
+  }
+}
+
 void makeProject(const ProjectOptions& options) {
+  FileGuard guard;
+  guard.reads("the program", pathOf(options.program));
+  for (const std::string& input : options.inputs)
+    guard.reads("the input", pathOf(input));
+  if (const auto module = moduleFile(options.module)) guard.reads("the effect module", *module);
+  guard.writes("PROJECT", pathOf(options.project));
   const Program program = readProgram(pathOf(options.program));
   std::vector<LayerSource> files;
   for (const std::string& input : options.inputs)
@@ -40,7 +57,7 @@ void makeProject(const ProjectOptions& options) {
   ControlPanel panel(program, session.effect());
   for (const std::string& setting : options.settings)
     panel.set(setting);
-  Project::capture(session.host(), session.composition()).write(options.project);
+  writeProject(Project::capture(session.host(), session.composition()), options.project);
   session.finish();
 }
 
@@ -170,9 +187,22 @@ void requireProgram(HostSession& session, headless::Effect& effect) {
   }
 }
 
+void requireApart(const ProjectOptions& options, const OpenProject& opened) {
+  FileGuard guard;
+  guard.reads("the project", pathOf(options.project));
+  for (const headless::ProjectLayer& layer : opened.project().layers)
+    guard.reads("the input", pathOf(layer.file));
+  for (const headless::Effect* effect : opened.instances())
+    guard.reads("the program", pathOf(effect->program));
+  if (const auto module = moduleFile(options.module)) guard.reads("the effect module", *module);
+  guard.writes("-o", pathOf(options.output));
+}
+
 void renderProject(const ProjectOptions& options) {
+  requireNoTerminal("-o", pathOf(options.output));
   checkWritable(pathOf(options.output), {});
   OpenProject opened(options);
+  requireApart(options, opened);
   if (options.instance > static_cast<int>(opened.instances().size())) {
     throw Failure(ExitStatus::Usage, options.project + ": there is no instance " +
                                          std::to_string(options.instance) + "; it has " +

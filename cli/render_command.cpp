@@ -5,8 +5,10 @@
 #include "cli/argument_words.h"
 #include "cli/commands.h"
 #include "cli/failure.h"
+#include "cli/file_guard.h"
 #include "cli/frame_sequence.h"
 #include "cli/number_text.h"
+#include "cli/output_target.h"
 #include "cli/render_watch.h"
 #include "cli/utf8_path.h"
 
@@ -52,6 +54,17 @@ void readSize(const std::string& text, RenderJob& job) {
   job.height = static_cast<int>(height);
 }
 
+// What shares standard output with nothing else: the picture, the report, lines of progress.
+void checkStandardOutput(const RenderJob& job) {
+  const bool isProgress =
+      job.progress == ProgressStyle::Json || job.progress == ProgressStyle::OpenJd;
+  for (const auto& [option, file] : {std::pair("-o", job.output), {"--report", job.report}}) {
+    if (isStandardOutput(pathOf(file)) && isProgress)
+      failUsage(std::string(option) + " -: standard output is for the lines of --progress");
+  }
+  requireNoTerminal("-o", pathOf(job.output));
+}
+
 void understand(const RenderTexts& texts, RenderJob& job) {
   job.progress = chosen<ProgressStyle>(kStyles, texts.progress);
   if (!texts.size.empty()) readSize(texts.size, job);
@@ -67,6 +80,7 @@ void understand(const RenderTexts& texts, RenderJob& job) {
   if (!texts.frames.empty()) job.frames = parseFrames(texts.frames);
   job.missing = chosen<Missing>(kMissing, texts.missing);
   job.memory = std::size_t(texts.memory) << 20;
+  checkStandardOutput(job);
   checkWritable(
       job.frames.empty() ? pathOf(job.output) : frameName(pathOf(job.output), job.frames[0]),
       {.sampleType = job.sampleType});

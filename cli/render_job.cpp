@@ -9,6 +9,7 @@
 #include "cli/failure.h"
 #include "cli/frame_list.h"
 #include "cli/interruption.h"
+#include "cli/render_files.h"
 #include "cli/render_news.h"
 #include "cli/render_pipeline.h"
 #include "cli/render_report.h"
@@ -161,6 +162,17 @@ class Run {
   RenderNews& news_;
 };
 
+// No file is written over one that the job reads or writes.
+void requireApart(const RenderJob& job, RenderNews& news) {
+  try {
+    requireReportApart(job);
+  } catch (const Failure&) {
+    news.leaveReport();
+    throw;
+  }
+  requirePicturesApart(job);
+}
+
 }  // namespace
 
 void runRenderJob(const RenderJob& job) {
@@ -168,6 +180,7 @@ void runRenderJob(const RenderJob& job) {
   const Interruption interruption({}, news.lastSteps());
   try {
     if (!job.report.empty()) checkReport(job.report);
+    requireApart(job, news);
     Run(job, news).work();
   } catch (const std::exception& error) {
     const Failure failure = failureOf(error);

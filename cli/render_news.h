@@ -26,6 +26,9 @@ class RenderNews {
   void start(const RenderPlan& plan);
   RenderRecords& records() { return *records_; }
 
+  // The report is not to be written.
+  void leaveReport() { reported_ = true; }
+
   // Throws Failure when the report cannot be written.
   void done();
   // Leaves the message to the caller, who ends with the failure. Does not throw.

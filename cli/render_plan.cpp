@@ -47,11 +47,6 @@ RenderPlan::RenderPlan(const RenderJob& job) : output_(pathOf(job.output)), fram
                                        ? framesOnDisk(patterns[i])
                                        : std::vector<int>{};
     models_.push_back(there.empty() ? patterns[i] : frameName(patterns[i], there.front()));
-    // Reading ahead and a second run would meet the results of the first.
-    if (isSequence_ && frameName(patterns[i], frames_[0]).lexically_normal() ==
-                           frameName(output_, frames_[0]).lexically_normal()) {
-      failUsage("-o " + job.output + ": a sequence cannot be written over its own input");
-    }
   }
 }
 

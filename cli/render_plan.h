@@ -19,7 +19,7 @@ struct FrameTask {
 class RenderPlan {
  public:
   // Throws Failure when the names do not fit together: an output without a place for the number of
-  // several frames, one that would overwrite an input of the sequence, no frames at all.
+  // several frames, no frames at all.
   explicit RenderPlan(const RenderJob& job);
 
   bool isSequence() const { return isSequence_; }

@@ -19,11 +19,11 @@ using Json = nlohmann::ordered_json;
 }  // namespace
 
 void checkReport(const std::string& file) {
-  const fs::path path = pathOf(file);
-  const fs::path folder = path.has_parent_path() ? path.parent_path() : fs::path(".");
-  std::error_code ignored;
-  if (!fs::is_directory(folder, ignored)) fail(file, "there is no folder " + utf8(folder));
-  if (fs::is_directory(path, ignored)) fail(file, "it is a folder");
+  try {
+    outputTarget(pathOf(file));
+  } catch (const WriteRefusal& refusal) {
+    fail(file, refusal.what());
+  }
 }
 
 bool mayHoldReport(const std::string& file) {
@@ -46,15 +46,11 @@ void writeReport(const RenderJob& job, const RenderRecords& records, const std::
   report["failed"] = records.count(FrameStatus::Failed);
   report["frames"] = records.json();
 
-  PendingFile pending(pathOf(job.report));
-  std::ofstream file(pending.path(), std::ios::binary);
-  file << report.dump(1, ' ', false, Json::error_handler_t::replace) << "\n";
-  file.close();
-  if (!file) fail(job.report, "the disk takes no more, or the folder no file");
   try {
-    pending.commit();
-  } catch (const fs::filesystem_error& error) {
-    fail(job.report, error.code().message());
+    writeFile(pathOf(job.report),
+              report.dump(1, ' ', false, Json::error_handler_t::replace) + "\n");
+  } catch (const WriteRefusal& refusal) {
+    fail(job.report, refusal.what());
   }
 }
 

@@ -8,8 +8,8 @@
 
 namespace vellumtide::cli {
 
-// Throws Failure (ExitStatus::Failed) when a report could not be written to that place; for the
-// start of a job, so that its end is no surprise.
+// Throws Failure (ExitStatus::Failed) when a report could not be written to that place as far as
+// that shows without writing; for the start of a job, so that its end is no surprise.
 void checkReport(const std::string& file);
 
 // Whether a job that was not looked through yet may write its report there: any file but one that

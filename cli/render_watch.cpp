@@ -26,26 +26,21 @@ constexpr double kLookEveryMs = 100;
 constexpr double kLookShare = 10;  // of the time at most one part in this many goes into looking
 constexpr int kLooksUntilListed = 10;  // looks at the known files between two looks for new ones
 
-struct WatchedFiles {
-  std::vector<fs::path> read, written;
-};
-
-WatchedFiles filesOf(const RenderJob& job) {
-  WatchedFiles files{{pathOf(job.program)}, {}};
+std::vector<fs::path> filesRead(const RenderJob& job) {
+  std::vector<fs::path> files{pathOf(job.program)};
   for (const std::string& file : job.animationFiles)
-    files.read.push_back(pathOf(file));
+    files.push_back(pathOf(file));
   for (const std::string& input : job.inputs)
-    files.read.push_back(pathOf(input));
+    files.push_back(pathOf(input));
   try {
     const RenderPlan plan(job);
     for (std::size_t i = 0; i < plan.size(); ++i) {
       const FrameTask task = plan.task(i);
-      files.written.push_back(task.output);
       for (const LayerSource& input : task.inputs)
-        files.read.push_back(input.file);
+        files.push_back(input.file);
       // Where another file stands in for an absent one, that may still come.
       for (const std::string& input : job.inputs) {
-        if (task.number) files.read.push_back(frameName(pathOf(input), *task.number));
+        if (task.number) files.push_back(frameName(pathOf(input), *task.number));
       }
     }
   } catch (const Failure&) {
@@ -54,32 +49,12 @@ WatchedFiles filesOf(const RenderJob& job) {
   return files;
 }
 
-void requireOthersWritten(const WatchedFiles& files) {
-  const auto plain = [](const fs::path& file) {
-    std::error_code failed;
-    const fs::path path = fs::weakly_canonical(file, failed);
-    return failed ? file : path;
-  };
-  std::set<fs::path> read;
-  std::transform(files.read.begin(), files.read.end(), std::inserter(read, read.end()), plain);
-  for (const fs::path& file : files.written) {
-    if (!read.contains(plain(file))) continue;
-    throw Failure(ExitStatus::Usage, "-o " + utf8(file) +
-                                         ": --watch would render for ever, because this file is "
-                                         "read, too");
-  }
-}
-
 class Watcher {
  public:
-  explicit Watcher(RenderJob job) : job_(std::move(job)) {
-    const WatchedFiles files = filesOf(job_);
-    requireOthersWritten(files);
-    loadModule(job_.module);
-  }
+  explicit Watcher(RenderJob job) : job_(std::move(job)) { loadModule(job_.module); }
 
   void pass() {
-    files_.watch(filesOf(job_).read);
+    files_.watch(filesRead(job_));
     sayProgramChanges();
     const Stopwatch stopwatch;
     try {
@@ -102,7 +77,7 @@ class Watcher {
   void waitForChange() {
     for (int looks = 1;; ++looks) {
       const Stopwatch stopwatch;
-      if (looks % kLooksUntilListed == 0) files_.expect(filesOf(job_).read);
+      if (looks % kLooksUntilListed == 0) files_.expect(filesRead(job_));
       if (files_.look()) return;
       const double pause = std::max(kLookEveryMs, kLookShare * stopwatch.milliseconds());
       std::this_thread::sleep_for(std::chrono::duration<double, std::milli>(pause));

@@ -6,8 +6,11 @@
 
 #include "cli/control_panel.h"
 #include "cli/failure.h"
+#include "cli/file_guard.h"
 #include "cli/layer_pictures.h"
 #include "cli/messages.h"
+#include "cli/module_file.h"
+#include "cli/output_target.h"
 #include "cli/progress.h"
 #include "cli/sheet_plan.h"
 #include "cli/utf8_path.h"
@@ -241,6 +244,17 @@ nlohmann::ordered_json listing(const SheetJob& job, const SheetPlan& plan,
           {"rows", plan.sheet.rows()}, {"cells", std::move(cells)}};
 }
 
+void requireApart(const SheetJob& job) {
+  FileGuard guard;
+  for (const std::string& source : job.sources)
+    guard.reads("the source", pathOf(source));
+  for (const std::string& input : job.inputs)
+    guard.reads("the input", pathOf(input));
+  if (!job.font.empty()) guard.reads("the font", pathOf(job.font));
+  if (const auto module = moduleFile(job.module)) guard.reads("the effect module", *module);
+  guard.writes("-o", pathOf(job.output));
+}
+
 }  // namespace
 
 void makeSheet(const SheetJob& job) {
@@ -248,7 +262,11 @@ void makeSheet(const SheetJob& job) {
   drawText("", fonts.plain, 1);  // a file that is no font is said before the work
   WriteOptions write;
   write.dropAlpha = true;
+  if (job.json && isStandardOutput(pathOf(job.output)))
+    throw Failure(ExitStatus::Usage, "-o -: standard output is for the list of --json");
+  requireNoTerminal("-o", pathOf(job.output));
   checkWritable(pathOf(job.output), write);
+  requireApart(job);
   const LayerPictures layers = readLayers(job);
   double shape = 0.75;
   if (!layers.pictures.empty()) {

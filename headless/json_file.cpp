@@ -28,15 +28,16 @@ std::optional<nlohmann::json> readJsonFile(const std::string& path) {
   }
 }
 
+std::string jsonText(const nlohmann::json& json) {
+  return json.dump(2, ' ', false, nlohmann::json::error_handler_t::replace) + "\n";
+}
+
 void writeJsonFile(const std::string& path, const nlohmann::json& json) {
-  // Texts that are not UTF-8 are written with the broken bytes replaced.
-  const std::string text =
-      json.dump(2, ' ', false, nlohmann::json::error_handler_t::replace) + "\n";
   const std::filesystem::path target = pathOf(path);
   std::filesystem::path temporary = target;
   temporary += ".part";
   std::ofstream file(temporary, std::ios::binary | std::ios::trunc);
-  file << text;
+  file << jsonText(json);
   file.close();
   std::error_code error;
   if (file) std::filesystem::rename(temporary, target, error);

@@ -38,9 +38,10 @@ struct Project {
   std::vector<ProjectLayer> layers;
   std::vector<ProjectInstance> instances;
 
-  // Both throw std::runtime_error naming the file; writing is whole or not at all.
+  // Throws std::runtime_error naming the file.
   static Project read(const std::string& file);
-  void write(const std::string& file) const;
+  // What such a file holds.
+  std::string text() const;
 
   // What is in a host now; each instance is flattened and set up again.
   static Project capture(Host& host, Composition& composition);

@@ -102,7 +102,7 @@ Project Project::read(const std::string& file) {
   }
 }
 
-void Project::write(const std::string& file) const {
+std::string Project::text() const {
   json content{{"format", kFormat},
                {"composition", composition},
                {"layers", json::array()},
@@ -112,7 +112,7 @@ void Project::write(const std::string& file) const {
   for (const ProjectInstance& instance : instances) {
     content["instances"].push_back(toJson(instance));
   }
-  writeJsonFile(file, content);
+  return jsonText(content);
 }
 
 }  // namespace vellumtide::headless

@@ -138,7 +138,7 @@ TEST_F(Sequence, NamesThatDoNotFit) {
   } kCases[] = {
       {"-i in.##.png -o out.png", 2, "####"},
       {"-i in.01.png -o out.#.png", 2, "--frames"},
-      {"-i in.##.png -o ./in.##.png", 2, "over its own input"},
+      {"-i in.##.png -o ./in.##.png", 2, "would overwrite the input"},
       {"-i no.##.png -o out.#.png", 4, "no frame of this sequence"},
       {"-i in.##.png -o out.#.png --frames 1-", 2, "--frames"},
       {"-i in.##.png -o out.#.png --report nowhere/r.json", 1, "--report nowhere/r.json"},

@@ -35,7 +35,8 @@ TEST(Project, ReopenedRendersTheSame) {
   effect.setLayer(1, &other);
   effect.program = "kernels/a.pbk";
   subject.host.newInstance(other);
-  Project::capture(subject.host, subject.layer.composition()).write(file);
+  std::ofstream(file, std::ios::binary)
+      << Project::capture(subject.host, subject.layer.composition()).text();
   const uint64_t picture = subject.host.render(effect).output->checksum();
 
   Host host(loadSubject());

@@ -92,7 +92,8 @@ TEST(Machine, FewDescriptors) {
   int lacking = 0;
   for (int files = 4; files <= 40; ++files) {
     const AttackedTree::Result result =
-        tree.run("ulimit -n " + std::to_string(files) + "; " + RENDER + "; S=$?; rm -f out.png; "
+        tree.run("ulimit -n " + std::to_string(files) + "; " + RENDER +
+                 "; S=$?; rm -f out.png; "
                  "exit $S");
     EXPECT_EQ(result.changes, "") << files;
     if (result.status == 0) continue;

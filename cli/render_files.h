@@ -1,0 +1,15 @@
+// The files that a render job reads and writes, known before any of them is opened.
+#pragma once
+
+#include "cli/render_job.h"
+
+namespace vellumtide::cli {
+
+// Throws Failure (ExitStatus::Usage) when the report would be written over a file that the job
+// reads, or over one of its pictures: then no report can tell of the failure either.
+void requireReportApart(const RenderJob& job);
+
+// Likewise for the pictures, each against all that is read, the report and each other.
+void requirePicturesApart(const RenderJob& job);
+
+}  // namespace vellumtide::cli
