@@ -22,7 +22,7 @@ namespace {
 using Clock = std::chrono::steady_clock;
 
 constexpr std::chrono::milliseconds kLookEvery{5};
-constexpr int kLooks = 40;  // that a child has to end by itself
+constexpr int kLooks = 160;  // that a child has to end by itself
 
 std::atomic<pid_t> running{0};
 
@@ -45,7 +45,12 @@ bool readAll(int pipe, Clock::time_point end, std::string& text) {
 // The child's own process may have files to remove, so it is asked before it is killed.
 void end(pid_t child) {
   kill(child, SIGTERM);
-  for (int i = 0; i < kLooks && waitpid(child, nullptr, WNOHANG | WNOWAIT) == 0; ++i)
+  const auto isRunning = [child] {
+    siginfo_t end{};  // which is left to the thread that waits for it
+    return waitid(P_PID, static_cast<id_t>(child), &end, WEXITED | WNOHANG | WNOWAIT) == 0 &&
+           end.si_pid == 0;
+  };
+  for (int i = 0; i < kLooks && isRunning(); ++i)
     std::this_thread::sleep_for(kLookEvery);
   kill(child, SIGKILL);
 }

@@ -2,6 +2,9 @@
 
 #include <algorithm>
 #include <cctype>
+#include <cerrno>
+#include <fstream>
+#include <system_error>
 
 #include "cli/failure.h"
 #include "cli/utf8_path.h"
@@ -70,6 +73,10 @@ void checkReadable(const fs::path& path) {
   // A pipe gives its bytes once, and images are looked at before they are read.
   if (!fs::is_regular_file(status)) {
     failImage(path, "is a pipe or a device; images are read from files alone");
+  }
+  errno = 0;
+  if (!std::ifstream(path, std::ios::binary)) {
+    failImage(path, "cannot be opened: " + std::generic_category().message(errno ? errno : EIO));
   }
 }
 

@@ -97,7 +97,7 @@ class SignalAnswer {
         jobs.empty() ? std::vector<Interruption::Step>{sayInterrupted} : jobs.back()->last_;
     for (const Interruption::Step& step : last)
       within(Seconds(Interruption::kStepSeconds), [step, signal] { step(signal); });
-    within(Seconds(Interruption::kStepSeconds), removeUnfinished);
+    within(Seconds(Interruption::kRemovalSeconds), removeUnfinished);
     endBySignal(signal);
   }
 

@@ -7,7 +7,7 @@
 namespace vellumtide::cli {
 
 // From now on a signal that ends the process has its reason said once and what is unfinished
-// removed, and then ends it, within kLatestSeconds whatever its threads hang in. To be called once,
+// removed, and then ends it, within five seconds whatever its threads hang in. To be called once,
 // before the first thread starts. Throws Failure when that is impossible.
 void watchInterruptions();
 
@@ -29,7 +29,7 @@ class Interruption {
   // The signal that came, 0 for none.
   static int signal();
 
-  static constexpr double kGraceSeconds = 2.5, kStepSeconds = 0.5, kLatestSeconds = 5;
+  static constexpr double kGraceSeconds = 2.5, kStepSeconds = 0.5, kRemovalSeconds = 0.9;
 
  private:
   friend class SignalAnswer;

@@ -34,6 +34,7 @@ const Attack kMachine[] = {
      .command = "$V render k.pbk -i sub/in.png -o out.png; S=$?; chmod 755 sub; exit $S",
      .status = 4,
      .message = "sub/in.png: Permission denied",
+     .changes = "~sub ",
      .by = Attack::By::Ordinary},
     {.name = "ForbiddenProgram",
      .setUp = "chmod 0 k.pbk",
@@ -60,22 +61,21 @@ const Attack kMachine[] = {
      .status = 4,
      .message = "No such file or directory",
      .changes = "-gone "},
-    {.name = "FolderGoneForTheProgram",
+    {.name = "FolderGoneThatIsNotNeeded",
      .setUp = "mkdir gone",
-     .command = "O=$PWD/o.png; I=$PWD/in.png; cp k.pbk gone; cd gone; exec 5<k.pbk; rm k.pbk; "
-                "rmdir ../gone; $V render ../k.pbk -i $I -o $O",
-     .status = 3,
-     .message = "../k.pbk: there is no such file",
-     .changes = "-gone "},
+     .command = "T=$PWD; cd gone; rmdir ../gone; $V render $T/k.pbk -i $T/in.png -o $T/out.png",
+     .changes = "-gone +out.png "},
     {.name = "FileTooLarge",
      .command = "ulimit -f 1; $V render grey.pbk --size 600x600 --sample-type uint16 --compression "
                 "0 -o out.png",
      .status = 4,
      .message = "File too large"},
     {.name = "FullDisk",
-     .setUp = "mkdir small; mount -t tmpfs -o size=64k none small",
-     .command = "$V render grey.pbk --size 600x600 --compression 0 -o small/out.png; S=$?; ls -A "
-                "small | grep . && exit 99; umount small; exit $S",
+     .setUp = "mkdir small",
+     .command =
+         "mount -t tmpfs -o size=64k none small || exit 98; $V render grey.pbk --size 600x600 "
+         "--compression 0 -o small/out.png; S=$?; ls -A "
+         "small | grep . && exit 99; umount small; exit $S",
      .status = 4,
      .message = "No space left on device",
      .by = Attack::By::Root},

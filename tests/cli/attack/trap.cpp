@@ -74,6 +74,7 @@ Function next(const char* name) {
 
 }  // namespace
 
+#pragma GCC visibility push(default)
 extern "C" {
 
 int open(const char* name, int flags, ...) {
@@ -120,3 +121,4 @@ void glReadPixels(int x, int y, int width, int height, unsigned format, unsigned
                                                                                 format, type, data);
 }
 }
+#pragma GCC visibility pop
