@@ -21,9 +21,9 @@ STAGES = {
     "reading": ("open", "in.png"),
     "building": ("eglInitialize", ""),
     "rendering": ("glReadPixels", ""),
-    "writing": ("open", "/.out"),
+    "writing": ("open", ".out."),
     "naming": ("rename", "out."),
-    "reporting": ("open", "/.r."),
+    "reporting": ("open", ".r."),
 }
 
 
@@ -37,7 +37,7 @@ def seconds_to_end(program, folder, environment):
                           stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL, check=False)
     end = time.time()
     if not os.path.exists(stamp):
-        sys.exit(f"the stage was not reached: {environment}")
+        sys.exit(f"{environment['TRAP_CALL']} {environment['TRAP_NAME']} was not reached")
     with open(stamp, encoding="ascii") as file:
         return done.returncode, end - int(file.read()) / 1e9
 
@@ -53,8 +53,8 @@ def main():
         subprocess.run([program, "render", "k.pbk", "--size", "64x64", "-o", "in.png"], cwd=folder,
                        check=True)
         print(f"{'stage':<22}{'':<8}{'worst':>8}{'median':>8}  ended by")
-        for stage, (call, name) in STAGES.items():
-            for passes in (True, False):
+        for passes in (True, False):
+            for stage, (call, name) in STAGES.items():
                 environment = os.environ | {
                     "LD_PRELOAD": trap, "TRAP_CALL": call, "TRAP_NAME": name, "TRAP_SIGNALS": "15"}
                 if passes:

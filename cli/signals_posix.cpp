@@ -97,7 +97,7 @@ void endBySignal(int signal) {
   sigemptyset(&only);
   sigaddset(&only, signal);
   pthread_sigmask(SIG_UNBLOCK, &only, nullptr);
-  kill(getpid(), signal);
+  raise(signal);  // to this thread: another one waits for signals
   while (true)
     pause();
 }
