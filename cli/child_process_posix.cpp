@@ -25,6 +25,7 @@ constexpr std::chrono::milliseconds kLookEvery{5};
 constexpr int kLooks = 160;  // that a child has to end by itself
 
 std::atomic<pid_t> running{0};
+std::atomic<bool> ended{false};  // by endChildProcess()
 
 // Reads until the writer closes its end; false when the time is over before that.
 bool readAll(int pipe, Clock::time_point end, std::string& text) {
@@ -125,6 +126,8 @@ ChildResult run(const char* program, const std::vector<std::string>& arguments, 
   while (waitpid(child, &status, 0) < 0 && errno == EINTR) {
   }
   running = 0;
+  while (ended)
+    pause();  // the process ends, too, and what became of the child is no result
   if (!inTime) {
     result.failure = "took longer than " + std::to_string(limitSeconds) + " seconds";
   } else if (WIFSIGNALED(status)) {
@@ -139,6 +142,7 @@ ChildResult run(const char* program, const std::vector<std::string>& arguments, 
 }  // namespace
 
 void endChildProcess() {
+  ended = true;
   if (const pid_t child = running) end(child);
 }
 

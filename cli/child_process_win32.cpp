@@ -11,6 +11,7 @@ namespace vellumtide::cli {
 namespace {
 
 std::atomic<HANDLE> running{nullptr};
+std::atomic<bool> ended{false};  // by endChildProcess()
 
 // One argument as the C runtime takes it apart again: quoted, with the backslashes before a quote
 // doubled.
@@ -91,6 +92,8 @@ ChildResult run(std::wstring command, const std::vector<std::string>& arguments,
     }
   }
   running = nullptr;
+  while (ended)
+    Sleep(1000);  // the process ends, too, and what became of the child is no result
   result.output = contents(output);
   CloseHandle(process.hThread);
   CloseHandle(process.hProcess);
@@ -101,6 +104,7 @@ ChildResult run(std::wstring command, const std::vector<std::string>& arguments,
 }  // namespace
 
 void endChildProcess() {
+  ended = true;
   if (const HANDLE child = running) TerminateProcess(child, 1);
 }
 
