@@ -4,6 +4,7 @@
 #include "cli/child_process.h"
 #include "cli/commands.h"
 #include "cli/failure.h"
+#include "cli/option_checks.h"
 #include "cli/progress.h"
 
 namespace vellumtide::cli {
@@ -78,7 +79,7 @@ void addCheckCommand(CLI::App& app) {
   command->add_option("FILE", options->files, "kernels (.pbk) and graphs (.pbg)")->required();
   command->add_flag("--json", options->json, "print one JSON array");
   command->add_option("--limit", options->limitSeconds, "seconds that one program may take")
-      ->check(CLI::Range(1, 86400))
+      ->check(wholeNumber(1, 86400))
       ->capture_default_str();
   command->add_flag("--progress", options->showProgress, "report each file even when nobody looks");
   command->add_option("--module", options->module, "the effect module to use");

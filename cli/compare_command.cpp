@@ -44,7 +44,9 @@ struct Allowance {
   explicit Allowance(std::string text) : isShare(!text.empty() && text.back() == '%') {
     if (isShare) text.pop_back();
     const std::optional<double> number = parseNumber(text);
-    if (!number || *number < 0) failUsage("--allow " + text + ": expected 20 or 0.5%");
+    if (!number || *number < 0)
+      failUsage("--allow " + text + (isShare ? "%" : "") + ": expected 20 or 0.5%");
+    if (isShare && *number > 100) failUsage("--allow " + text + "%: a share is at most 100%");
     most = *number;
   }
   bool holds(const ImageDifference& d) const {

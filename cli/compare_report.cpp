@@ -38,11 +38,14 @@ std::string differingText(const Comparison& c) {
   std::string result = std::to_string(d.differing) + " of " + std::to_string(d.pixels) + " pixels";
   if (d.differing > 0) result += " (" + text(100 * d.share(), "%.3g") + " %)";
   if (c.options.tolerance > 0) result += ", by more than " + text(c.options.tolerance);
-  if (d.unbounded > 0) {
-    result += "; " + std::to_string(d.unbounded) +
-              " of them in NaN or infinity, which the means leave out";
-  }
+  if (d.unbounded > 0) result += "; " + std::to_string(d.unbounded) + " of them in NaN or infinity";
   return result;
+}
+
+std::string notFiniteText(const Comparison& c) {
+  const std::uint64_t count = c.difference.notFinite;
+  return std::to_string(count) + (count == 1 ? " pixel holds" : " pixels hold") +
+         " NaN or infinity; mean and RMS leave those samples out";
 }
 
 std::string line(const std::string& label, const std::string& value, std::size_t width) {
@@ -65,7 +68,8 @@ std::string comparisonText(const Comparison& c) {
          line("mean difference", withSteps(c, d.mean, " of 255"), width) +
          line("RMS difference", withSteps(c, d.rms, " of 255"), width) +
          line("PSNR", d.rms == 0 ? "infinite" : text(d.psnr(), "%.2f") + " dB", width) +
-         line("differing", differingText(c), width);
+         line("differing", differingText(c), width) +
+         (d.notFinite == 0 ? "" : line("not finite", notFiniteText(c), width));
 }
 
 std::string comparisonLine(const Comparison& c) {
@@ -109,6 +113,7 @@ nlohmann::ordered_json comparisonJson(const Comparison& c) {
   json["differing"] = d.differing;
   json["share"] = d.share();
   json["unbounded"] = d.unbounded;
+  json["notFinite"] = d.notFinite;
   return json;
 }
 

@@ -68,6 +68,21 @@ std::optional<FrameRange> parseRange(std::string_view part) {
   return FrameRange{*first, *last, runsBack && *step > 0 ? -*step : *step};
 }
 
+// The first number, if any, that has the digits of one and is too large.
+std::string frameBeyond(std::string_view part) {
+  constexpr std::string_view kDigits = "0123456789";
+  std::size_t start = part.find_first_of(kDigits);
+  while (start != std::string_view::npos) {
+    const std::size_t end = std::min(part.find_first_not_of(kDigits, start), part.size());
+    const std::string_view digits = part.substr(start, end - start);
+    int frame = 0;
+    const auto error = std::from_chars(digits.data(), digits.data() + digits.size(), frame).ec;
+    if (error == std::errc::result_out_of_range) return std::string(digits);
+    start = part.find_first_of(kDigits, end);
+  }
+  return {};
+}
+
 // How many frames from `start` on are evenly spaced.
 std::size_t runLength(const std::vector<int>& frames, std::size_t start) {
   if (start + 1 >= frames.size()) return 1;
@@ -89,6 +104,9 @@ std::vector<int> parseFrames(std::string_view text) {
     const std::size_t comma = std::min(text.find(',', start), text.size());
     const std::string_view part = withoutBlanks(text.substr(start, comma - start));
     const std::optional<FrameRange> range = parseRange(part);
+    if (const std::string beyond = frameBeyond(part); !range && !beyond.empty()) {
+      fail(text, "frame " + quotable(beyond) + " is beyond the last that there can be, 2147483647");
+    }
     if (!range) {
       fail(text, "\"" + quotable(part) +
                      "\" is no frame such as 7 or -7, nor a range such as 1-100, 1-99x2, 1-99:2 "

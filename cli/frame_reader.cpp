@@ -1,5 +1,6 @@
 #include "cli/frame_reader.h"
 
+#include <algorithm>
 #include <exception>
 #include <utility>
 
@@ -14,11 +15,29 @@ int reduced(int side, int downsample) {
   return (side + downsample - 1) / downsample;
 }
 
-// The size that the frame's output has to have; nothing when no input tells.
-std::optional<ImageShape> expectedShape(const RenderJob& job, const FrameTask& task) {
-  if (job.width) return ImageShape{*job.width, *job.height};
+// What the frame's file would be like if it were rendered now.
+struct ExpectedFile {
+  int width = 0, height = 0;
+  SampleType samples = SampleType::UInt8;
+};
+
+// Nothing when the inputs do not tell.
+std::optional<ExpectedFile> expectedFile(const RenderJob& job, const FrameTask& task) {
   try {
-    return readImageShape(task.inputs.front().file);
+    std::vector<ImageShape> shapes;
+    for (const LayerSource& input : task.inputs)
+      shapes.push_back(readImageShape(input.file));
+    if (shapes.empty()) shapes.push_back({*job.width, *job.height});
+    int deepest = 8;
+    for (const ImageShape& shape : shapes)
+      deepest = std::max(deepest, headless::depthOfPixelFormat(shape.format));
+    WriteOptions options;
+    options.sampleType = job.sampleType;
+    options.preferHalf = !task.inputs.empty() && shapes.front().sampleType == SampleType::Half;
+    const PF_PixelFormat format = headless::pixelFormatOfDepth(job.depth.value_or(deepest));
+    return ExpectedFile{reduced(shapes.front().width, job.downsample),
+                        reduced(shapes.front().height, job.downsample),
+                        writtenType(task.output, format, options)};
   } catch (const Failure&) {
     return {};
   }
@@ -29,10 +48,12 @@ bool isComplete(const RenderJob& job, const FrameTask& task) {
   std::error_code ignored;
   if (!std::filesystem::is_regular_file(task.output, ignored)) return false;
   try {
-    const World pixels = readImageFile(task.output).pixels;
-    const std::optional<ImageShape> shape = expectedShape(job, task);
-    return !shape || (pixels.width() == reduced(shape->width, job.downsample) &&
-                      pixels.height() == reduced(shape->height, job.downsample));
+    if (!holdsItsFormat(task.output)) return false;
+    const ImageFile file = readImageFile(task.output);
+    const std::optional<ExpectedFile> expected = expectedFile(job, task);
+    return !expected ||
+           (file.pixels.width() == expected->width && file.pixels.height() == expected->height &&
+            file.sampleType == expected->samples);
   } catch (const Failure&) {
     return false;
   }

@@ -83,6 +83,27 @@ std::optional<std::string> between(const Text& name, const Text& before, const T
   return middle;
 }
 
+// Calls action(file, place, number) for each file in the folder whose name has something that
+// numbers are made of in the pattern's place.
+template <typename Action>
+void forEachNumbered(const fs::path& pattern, Action action) {
+  const std::string name = utf8(pattern.filename());
+  const std::optional<Place> place = findPlace(name);
+  if (!place) return;
+  const fs::path before = pathOf(name.substr(0, place->start));
+  const fs::path after = pathOf(name.substr(place->start + place->length));
+  const fs::path folder = pattern.has_parent_path() ? pattern.parent_path() : ".";
+  std::error_code error;
+  for (fs::directory_iterator entry(folder, error), end; !error && entry != end;
+       entry.increment(error)) {
+    const fs::path file = entry->path().filename();
+    const std::optional<std::string> number =
+        between(file.native(), before.native(), after.native());
+    std::error_code ignored;
+    if (number && !entry->is_directory(ignored)) action(file, *place, *number);
+  }
+}
+
 bool isAbsent(const fs::path& path) {
   std::error_code ignored;
   return fs::status(path, ignored).type() == fs::file_type::not_found;
@@ -104,24 +125,22 @@ fs::path frameName(const fs::path& pattern, int frame) {
 
 std::vector<int> framesOnDisk(const fs::path& pattern) {
   std::vector<int> frames;
-  const std::string name = utf8(pattern.filename());
-  const std::optional<Place> place = findPlace(name);
-  if (!place) return frames;
-  const fs::path before = pathOf(name.substr(0, place->start));
-  const fs::path after = pathOf(name.substr(place->start + place->length));
-  const fs::path folder = pattern.has_parent_path() ? pattern.parent_path() : ".";
-  std::error_code error;
-  for (fs::directory_iterator entry(folder, error), end; !error && entry != end;
-       entry.increment(error)) {
-    const fs::path file = entry->path().filename();
-    const std::optional<std::string> number =
-        between(file.native(), before.native(), after.native());
-    const std::optional<int> frame = number ? frameOf(*place, *number) : std::nullopt;
-    std::error_code ignored;
-    if (frame && !entry->is_directory(ignored)) frames.push_back(*frame);
-  }
+  forEachNumbered(pattern, [&](const fs::path&, const Place& place, const std::string& number) {
+    if (const std::optional<int> frame = frameOf(place, number)) frames.push_back(*frame);
+  });
   std::sort(frames.begin(), frames.end());
   return frames;
+}
+
+std::vector<fs::path> otherSpellings(const fs::path& pattern) {
+  std::vector<fs::path> files;
+  forEachNumbered(pattern,
+                  [&](const fs::path& file, const Place& place, const std::string& number) {
+                    const bool isNumber = std::any_of(number.begin(), number.end(), isDigit);
+                    if (isNumber && !frameOf(place, number)) files.push_back(file);
+                  });
+  std::sort(files.begin(), files.end());
+  return files;
 }
 
 struct InputFrames::Listing {

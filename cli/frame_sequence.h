@@ -23,6 +23,9 @@ std::filesystem::path frameName(const std::filesystem::path& pattern, int frame)
 // cannot be read.
 std::vector<int> framesOnDisk(const std::filesystem::path& pattern);
 
+// The names of files there whose number is one, but spelled otherwise than the pattern does.
+std::vector<std::filesystem::path> otherSpellings(const std::filesystem::path& pattern);
+
 // What stands in for an input frame that is not there.
 enum class Missing {
   Stop,   // nothing: the frame fails

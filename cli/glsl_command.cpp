@@ -3,6 +3,7 @@
 
 #include "cli/commands.h"
 #include "cli/failure.h"
+#include "cli/option_checks.h"
 #include "cli/program_file.h"
 #include "cli/utf8_path.h"
 #include "glsl/shader_text.h"
@@ -74,7 +75,7 @@ void addGlslCommand(CLI::App& app) {
   command
       ->add_option("--order", options->order,
                    "channel order of the pixels, 0 to 23; above that no swizzle is written")
-      ->check(CLI::Range(0, INT_MAX))
+      ->check(wholeNumber(0, INT_MAX))
       ->capture_default_str();
   command->callback([options] { printGlsl(*options); });
 }

@@ -65,6 +65,7 @@ ImageDifference compareImages(const World& a, const World& b, const DifferenceOp
       a, b, options,
       [&](int x, int y, const PixelDifference& difference, const float* one, const float* two) {
         double largest = 0;
+        bool isFinite = true;
         for (int c = 0; c < (options.ignoreAlpha ? 3 : 4); ++c) {
           const double d = difference[c];
           largest = std::max(largest, d);
@@ -75,7 +76,11 @@ ImageDifference compareImages(const World& a, const World& b, const DifferenceOp
             result.a = exact(one[place], options.white);
             result.b = exact(two[place], options.white);
           }
-          if (std::isinf(d)) continue;
+          const int sample = (c + 1) % 4;
+          if (!std::isfinite(one[sample]) || !std::isfinite(two[sample])) {
+            isFinite = false;
+            continue;
+          }
           result.largestFinite = std::max(result.largestFinite, d);
           sum += d;
           squares += d * d;
@@ -83,6 +88,7 @@ ImageDifference compareImages(const World& a, const World& b, const DifferenceOp
         }
         ++result.pixels;
         result.differing += largest > options.tolerance;
+        result.notFinite += !isFinite;
         result.unbounded += std::isinf(largest);
       });
   if (samples > 0) {

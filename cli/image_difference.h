@@ -19,14 +19,16 @@ struct DifferenceOptions {
 struct ImageDifference {
   std::uint64_t pixels = 0;
   std::uint64_t differing = 0;  // pixels beyond the tolerance
-  std::uint64_t unbounded = 0;  // of these, pixels with a sample that differs infinitely
+  std::uint64_t notFinite = 0;  // pixels with a sample, in either picture, that is NaN or infinite
+  std::uint64_t unbounded =
+      0;  // of the differing ones, pixels with a sample that differs infinitely
   // The first of the largest differences; all 0 when no sample differs.
   double largest = 0;
   int x = 0, y = 0;
   int channel = 0;  // 0 red, 1 green, 2 blue, 3 alpha
   double a = 0, b = 0;
   double largestFinite = 0;
-  // Over all samples that count and do not differ infinitely.
+  // Over all samples that count and are finite in both.
   double mean = 0, rms = 0;
 
   double share() const { return static_cast<double>(differing) / static_cast<double>(pixels); }

@@ -1,5 +1,8 @@
 #include "cli/image_file.h"
 
+#include <algorithm>
+#include <fstream>
+
 #include "cli/image_format.h"
 #include "cli/image_library.h"
 #include "cli/pending_file.h"
@@ -22,6 +25,15 @@ void encodeImageFile(const std::filesystem::path& file, const std::filesystem::p
                      const WriteOptions& options) {
   const auto encode = isPngFormat(formatOf(target)) ? encodePngFile : encodeWithLibrary;
   encode(file, target, pixels, pixelAspect, options);
+}
+
+bool holdsItsFormat(const std::filesystem::path& path) {
+  char bytes[8] = {};
+  std::ifstream(path, std::ios::binary).read(bytes, sizeof bytes);
+  const std::vector<std::string_view>& starts = formatOf(path).starts;
+  return std::any_of(starts.begin(), starts.end(), [&](std::string_view start) {
+    return std::string_view(bytes, sizeof bytes).starts_with(start);
+  });
 }
 
 void checkWritable(const std::filesystem::path& path, const WriteOptions& options) {

@@ -37,10 +37,11 @@ bool isTooLarge(double width, double height, double channels);
 enum class ReadAs { Natural, Floats };
 ImageFile readImageFile(const std::filesystem::path& path, ReadAs readAs = ReadAs::Natural);
 
-// What a file says of its picture before the pixels: the size and the format that reading gives.
+// What a file says of its picture before the pixels: size, the format that reading gives, samples.
 struct ImageShape {
   int width = 0, height = 0;
   PF_PixelFormat format = PF_PixelFormat_ARGB32;
+  SampleType sampleType = SampleType::UInt8;
 };
 ImageShape readImageShape(const std::filesystem::path& path);
 
@@ -53,6 +54,13 @@ struct WriteOptions {
   // files a tenth smaller.
   int compression = 4;
 };
+
+// Whether the file's first bytes are those of the format that its extension stands for.
+bool holdsItsFormat(const std::filesystem::path& path);
+
+// The samples that a picture written to `path` gets. Throws as checkWritable() does.
+SampleType writtenType(const std::filesystem::path& path, PF_PixelFormat pixels,
+                       const WriteOptions& options);
 
 // Checks that `path` can be written with these options as far as that shows without writing: a
 // known extension, a sample type it can hold, and what outputTarget() asks for.

@@ -18,6 +18,7 @@ struct ImageFormat {
   std::vector<SampleType> types;
   SampleType for8, for16, for32;
   StraightAlpha straightAlpha;
+  std::vector<std::string_view> starts;  // one of them begins each file
 };
 
 // The formats that this build's image library writes.
@@ -27,10 +28,6 @@ bool isPngFormat(const ImageFormat& format);
 
 // The format that the path's extension stands for, PNG for "-"; a Failure when there is none.
 const ImageFormat& formatOf(const std::filesystem::path& path);
-
-// The sample type of the file; a Failure when the format cannot hold what the options want.
-SampleType writtenType(const std::filesystem::path& path, PF_PixelFormat pixels,
-                       const WriteOptions& options);
 
 [[noreturn]] void failImage(const std::filesystem::path& path, const std::string& reason);
 

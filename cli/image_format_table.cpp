@@ -4,6 +4,8 @@
 namespace vellumtide::cli {
 namespace {
 
+using namespace std::string_view_literals;
+
 const ImageFormat kFormats[] = {
     {"PNG",
      {".png"},
@@ -11,21 +13,24 @@ const ImageFormat kFormats[] = {
      SampleType::UInt8,
      SampleType::UInt16,
      SampleType::UInt16,
-     StraightAlpha::Always},
+     StraightAlpha::Always,
+     {"\x89PNG\r\n\x1A\n"}},
     {"TIFF",
      {".tif", ".tiff"},
      {SampleType::UInt8, SampleType::UInt16, SampleType::Float},
      SampleType::UInt8,
      SampleType::UInt16,
      SampleType::Float,
-     StraightAlpha::OnRequest},
+     StraightAlpha::OnRequest,
+     {"II*"sv, "MM\0*"sv, "II+"sv, "MM\0+"sv}},
     {"OpenEXR",
      {".exr"},
      {SampleType::Half, SampleType::Float},
      SampleType::Half,
      SampleType::Float,
      SampleType::Float,
-     StraightAlpha::Never},
+     StraightAlpha::Never,
+     {"\x76\x2F\x31\x01"}},
 };
 
 }  // namespace

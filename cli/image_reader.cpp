@@ -150,7 +150,8 @@ std::unique_ptr<OIIO::ImageInput> openImage(const fs::path& path) {
 ImageShape readShapeWithLibrary(const fs::path& path) {
   const std::unique_ptr<OIIO::ImageInput> input = openImage(path);
   const Rectangle frame = frameOf(*input);
-  return {frame.width, frame.height, formatOf(sampleTypeOf(input->spec().format))};
+  const SampleType type = sampleTypeOf(input->spec().format);
+  return {frame.width, frame.height, formatOf(type), type};
 }
 
 ImageFile readWithLibrary(const fs::path& path, ReadAs readAs) {

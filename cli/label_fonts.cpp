@@ -2,15 +2,20 @@
 
 #include "cli/failure.h"
 #include "cli/picture_drawing.h"
+#include "cli/utf8_path.h"
 
 namespace vellumtide::cli {
 
 LabelFonts findFonts(const std::string& wanted) {
-  if (!wanted.empty()) return {wanted, wanted};
+  std::error_code ignored;
+  if (!wanted.empty()) {
+    if (!std::filesystem::is_regular_file(pathOf(wanted), ignored))
+      throw Failure(ExitStatus::Failed, wanted + ": cannot be used as a font");
+    return {wanted, wanted};
+  }
   constexpr const char* kFolders[] = {
       "/usr/share/fonts/truetype/dejavu", "/usr/share/fonts/dejavu-sans-fonts",
       "/usr/share/fonts/dejavu", "/usr/share/fonts/TTF", "/usr/local/share/fonts/dejavu"};
-  std::error_code ignored;
   for (const std::string folder : kFolders) {
     LabelFonts fonts{folder + "/DejaVuSans.ttf", folder + "/DejaVuSans-Bold.ttf"};
     if (!std::filesystem::is_regular_file(fonts.plain, ignored)) continue;

@@ -41,7 +41,8 @@ ImageShape readShape(const fs::path& path, const PngReader& file) {
   const int height = static_cast<int>(png_get_image_height(file.png, file.info));
   checkSize(path, width, height, 4);
   const bool deep = png_get_bit_depth(file.png, file.info) == 16;
-  return {width, height, deep ? PF_PixelFormat_ARGB64 : PF_PixelFormat_ARGB32};
+  if (deep) return {width, height, PF_PixelFormat_ARGB64, SampleType::UInt16};
+  return {width, height, PF_PixelFormat_ARGB32, SampleType::UInt8};
 }
 
 // 16-bit samples that still use their whole range, as floats.
@@ -58,10 +59,10 @@ headless::World floatsOf(const headless::World& raw) {
 
 ImageFile readPng(const fs::path& path, std::istream& stream, ReadAs readAs) {
   PngReader file(stream);
-  const auto [width, height, format] = readShape(path, file);
+  const auto [width, height, format, sampleType] = readShape(path, file);
   const bool deep = format == PF_PixelFormat_ARGB64;
   ImageFile image;
-  image.sampleType = deep ? SampleType::UInt16 : SampleType::UInt8;
+  image.sampleType = sampleType;
   image.pixels = headless::World(width, height, format);
   const float aspect = png_get_pixel_aspect_ratio(file.png, file.info);
   if (aspect > 0) image.pixelAspect = aspect;

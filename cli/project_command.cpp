@@ -10,6 +10,7 @@
 #include "cli/layer_pictures.h"
 #include "cli/module_file.h"
 #include "cli/number_text.h"
+#include "cli/option_checks.h"
 #include "cli/pending_file.h"
 #include "cli/utf8_path.h"
 #include "headless/project.h"
@@ -270,11 +271,11 @@ void addProjectCommand(CLI::App& app) {
   render->add_option("-o,--output", options->output, "file to write: .png, .tif or .exr")
       ->required();
   render->add_option("--instance", options->instance, "which effect of the project, from 1")
-      ->check(CLI::Range(1, 1000000));
+      ->check(wholeNumber(1, 1000000));
   render->add_option("--depth", options->depth, "bits a channel to render with")
-      ->check(CLI::IsMember({8, 16, 32}));
+      ->check(CLI::IsMember({"8", "16", "32"}));
   render->add_option("--downsample", options->downsample, "render at 1/N of the resolution")
-      ->check(CLI::Range(1, 64));
+      ->check(wholeNumber(1, 64));
   for (CLI::App* command : {show, render}) {
     command->add_option("--root-folder", options->rootFolder, "where to look for lost programs");
   }

@@ -8,6 +8,7 @@
 #include "cli/file_guard.h"
 #include "cli/frame_sequence.h"
 #include "cli/number_text.h"
+#include "cli/option_checks.h"
 #include "cli/output_target.h"
 #include "cli/render_watch.h"
 #include "cli/utf8_path.h"
@@ -37,7 +38,10 @@ Enum chosen(const std::vector<std::string>& names, const std::string& name) {
 
 PF_RationalScale ratioOption(const char* option, const std::string& text) {
   const std::optional<PF_RationalScale> ratio = parseRatio(text);
-  if (!ratio) failUsage(std::string(option) + " " + text + ": expected a positive number or A/B");
+  if (!ratio)
+    failUsage(
+        std::string(option) + " " + text +
+        ": expected a number from 0.0001 to 1e9, or A/B in whole numbers from 1 to 1000000000");
   return *ratio;
 }
 
@@ -120,7 +124,7 @@ void addRenderCommand(CLI::App& app) {
       ->allow_extra_args(false);
   command
       ->add_option("--depth", texts->depth, "bits a channel to render with (default: the input's)")
-      ->check(CLI::IsMember({8, 16, 32}));
+      ->check(CLI::IsMember({"8", "16", "32"}));
   command
       ->add_option("--sample-type", texts->sampleType,
                    "samples of the file written (default: by depth)")
@@ -128,11 +132,11 @@ void addRenderCommand(CLI::App& app) {
   command
       ->add_option("--compression", job->compression,
                    "of PNG and TIFF files, from 0 (fast) to 9 (small)")
-      ->check(CLI::Range(0, 9))
+      ->check(wholeNumber(0, 9))
       ->capture_default_str();
   command->add_flag("--no-alpha", job->dropAlpha, "write red, green and blue only");
   command->add_option("--downsample", job->downsample, "render at 1/N of the resolution")
-      ->check(CLI::Range(1, 64));
+      ->check(wholeNumber(1, 64));
   command->add_option("--pixel-aspect", texts->aspect,
                       "width of a pixel over its height, as 10/11 or 0.909");
   command->add_option("--frames", texts->frames,
@@ -152,12 +156,12 @@ void addRenderCommand(CLI::App& app) {
       ->capture_default_str();
   command->add_option("--report", job->report, "JSON file to write about every frame");
   command->add_option("--threads", job->threads, "threads that read, and as many that write")
-      ->check(CLI::Range(1, 64))
+      ->check(wholeNumber(1, 64))
       ->capture_default_str();
   command
       ->add_option("--memory", texts->memory,
                    "MiB that pictures between reading and writing may take")
-      ->check(CLI::Range(1, 1 << 20))
+      ->check(wholeNumber(1, 1 << 20))
       ->capture_default_str();
   command->add_option("--module", job->module, "the effect module to use");
   command->add_flag("--watch", texts->watch, "stay, and render again when a file changes")

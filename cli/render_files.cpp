@@ -1,6 +1,7 @@
 #include "cli/render_files.h"
 
 #include "cli/file_guard.h"
+#include "cli/messages.h"
 #include "cli/module_file.h"
 #include "cli/utf8_path.h"
 
@@ -72,6 +73,18 @@ void requirePicturesApart(const RenderJob& job) {
   FileGuard guard = guardOf(job, frames);
   if (!job.report.empty()) guard.writes("--report", pathOf(job.report));
   forEachPicture(job, frames, [&](const fs::path& file) { guard.writes("-o", file); });
+}
+
+void sayOtherSpellings(const RenderJob& job) {
+  for (const std::string& input : job.inputs) {
+    if (!isSequence(pathOf(input))) continue;
+    const std::vector<fs::path> files = otherSpellings(pathOf(input));
+    if (files.empty()) continue;
+    const std::string more =
+        files.size() == 1 ? "" : " and " + std::to_string(files.size() - 1) + " more";
+    say(input + ": " + utf8(files.front()) + more +
+        " left out: the number is not written as in this name");
+  }
 }
 
 }  // namespace vellumtide::cli

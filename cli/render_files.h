@@ -12,4 +12,8 @@ void requireReportApart(const RenderJob& job);
 // Likewise for the pictures, each against all that is read, the report and each other.
 void requirePicturesApart(const RenderJob& job);
 
+// Says on standard error which files of the inputs' folders belong to no frame, because their
+// numbers are spelled otherwise: "in.7.png" for "in.####.png".
+void sayOtherSpellings(const RenderJob& job);
+
 }  // namespace vellumtide::cli

@@ -135,6 +135,7 @@ class Run {
       news_.interrupted(signal);
       endInterrupted(signal);
     }
+    if (failure && !job_.frames.empty()) sayOtherSpellings(job_);
     if (failure) throw *failure;
     news_.done();
   }
@@ -181,6 +182,7 @@ void runRenderJob(const RenderJob& job) {
   try {
     if (!job.report.empty()) checkReport(job.report);
     requireApart(job, news);
+    if (job.frames.empty()) sayOtherSpellings(job);
     Run(job, news).work();
   } catch (const std::exception& error) {
     const Failure failure = failureOf(error);

@@ -4,6 +4,7 @@
 #include "cli/failure.h"
 #include "cli/image_file.h"
 #include "cli/number_text.h"
+#include "cli/option_checks.h"
 #include "cli/sheet_job.h"
 
 namespace vellumtide::cli {
@@ -90,7 +91,7 @@ void addSheetCommand(CLI::App& app) {
                    "NAME=VALUE: set a control in all cells, as for render")
       ->allow_extra_args(false);
   command->add_option("--columns", texts->columns, "cells in a row (default: by their number)")
-      ->check(CLI::Range(1, 1000));
+      ->check(wholeNumber(1, 1000));
   command->add_option("--cell", texts->cell,
                       "WxH that larger pictures are scaled to fit in, or full (default: 320x320)");
   command->add_option("--background", texts->background,
@@ -99,7 +100,7 @@ void addSheetCommand(CLI::App& app) {
                       "first line of the sheet, \"\" for none (default: program and image)");
   command
       ->add_option("--depth", texts->depth, "bits a channel to render with (default: the input's)")
-      ->check(CLI::IsMember({8, 16, 32}));
+      ->check(CLI::IsMember({"8", "16", "32"}));
   command->add_option("--font", job->font, "font file for the labels (default: DejaVu Sans)");
   command->add_flag("--json", job->json, "print the cells: settings, place, status");
   command->add_option("--module", job->module, "the effect module to use");

@@ -19,6 +19,9 @@ std::optional<nlohmann::json> readJsonFile(const std::string& path) {
     if (error) throw std::runtime_error("cannot read " + path + ": " + error.message());
     return std::nullopt;
   }
+  if (!std::filesystem::is_regular_file(pathOf(path), error)) {
+    throw std::runtime_error(path + " is a folder, a pipe or a device");
+  }
   std::ifstream file(pathOf(path), std::ios::binary);
   if (!file) throw std::runtime_error("cannot read " + path);
   try {

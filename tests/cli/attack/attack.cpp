@@ -17,7 +17,7 @@ namespace {
 namespace fs = std::filesystem;
 
 constexpr const char* kAsNobody = "setpriv --reuid=65534 --regid=65534 --clear-groups ";
-constexpr int kSetUpSeconds = 20, kCommandSeconds = 40;
+constexpr int kSetUpSeconds = 20, kCommandSeconds = 25;
 
 std::string quoted(const fs::path& path) {
   return "'" + path.string() + "'";
