@@ -35,9 +35,14 @@ Json checkInChild(const std::string& file, const CheckOptions& options) {
   if (!options.module.empty()) arguments.insert(arguments.end(), {"--module", options.module});
   arguments.insert(arguments.end(), {"--", file});
   const ChildResult child = runSelf(arguments, options.limitSeconds);
-  if (!child.failure.empty()) return crashReport(file, child.failure);
+  if (!child.failure.empty()) {
+    return failureReport(file, {ExitStatus::Program, "loading it " + child.failure});
+  }
   const Json report = Json::parse(child.output, nullptr, false);
-  return report.is_discarded() ? crashReport(file, "ended without a result") : report;
+  if (!report.is_discarded()) return report;
+  return failureReport(
+      file, {ExitStatus::Failed, "its process ended with status " + std::to_string(child.status) +
+                                     " and without a result"});
 }
 
 void check(const CheckOptions& options) {

@@ -123,18 +123,19 @@ Json checkProgram(const std::string& file, const std::string& module) {
     report["status"] = static_cast<int>(failure.status);
     report["error"] = failure.what();
     report["errors"] = errorsJson(failure.errors);
-  } catch (const Failure& failure) {
+  } catch (const std::exception& error) {
+    const Failure failure = failureOf(error);
     report["status"] = static_cast<int>(failure.status);
     report["error"] = failure.what();
   }
   return report;
 }
 
-Json crashReport(const std::string& file, const std::string& failure) {
+Json failureReport(const std::string& file, const Failure& failure) {
   return {{"file", file},
           {"ok", false},
-          {"status", static_cast<int>(ExitStatus::Program)},
-          {"error", file + ": loading it " + failure}};
+          {"status", static_cast<int>(failure.status)},
+          {"error", file + ": " + failure.what()}};
 }
 
 std::string reportText(const Json& report) {

@@ -4,6 +4,8 @@
 #include <nlohmann/json.hpp>
 #include <string>
 
+#include "cli/failure.h"
+
 namespace vellumtide::cli {
 
 // Loads the program through the module, on a small layer, and says what it got. Never throws for a
@@ -16,8 +18,8 @@ namespace vellumtide::cli {
 // same.
 nlohmann::ordered_json checkProgram(const std::string& file, const std::string& module);
 
-// The object for a program whose check did not come to its end.
-nlohmann::ordered_json crashReport(const std::string& file, const std::string& failure);
+// The object for a program whose check did not come to its end; `failure` does not name the file.
+nlohmann::ordered_json failureReport(const std::string& file, const Failure& failure);
 
 // The object as lines for people.
 std::string reportText(const nlohmann::ordered_json& report);

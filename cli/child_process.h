@@ -21,4 +21,8 @@ ChildResult runSelf(const std::vector<std::string>& arguments, int limitSeconds)
 ChildResult runTool(const std::string& program, const std::vector<std::string>& arguments,
                     int limitSeconds);
 
+// Ends the child that is running, if there is one, whose run then never returns; for a process that
+// is about to end.
+void endChildProcess();
+
 }  // namespace vellumtide::cli

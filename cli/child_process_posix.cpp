@@ -4,10 +4,12 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <atomic>
 #include <cerrno>
 #include <chrono>
 #include <csignal>
 #include <cstring>
+#include <thread>
 
 #include "cli/child_process.h"
 #include "cli/failure.h"
@@ -18,6 +20,12 @@ namespace vellumtide::cli {
 namespace {
 
 using Clock = std::chrono::steady_clock;
+
+constexpr std::chrono::milliseconds kLookEvery{5};
+constexpr int kLooks = 160;  // that a child has to end by itself
+
+std::atomic<pid_t> running{0};
+std::atomic<bool> ended{false};  // by endChildProcess()
 
 // Reads until the writer closes its end; false when the time is over before that.
 bool readAll(int pipe, Clock::time_point end, std::string& text) {
@@ -35,6 +43,43 @@ bool readAll(int pipe, Clock::time_point end, std::string& text) {
   }
 }
 
+// The child's own process may have files to remove, so it is asked before it is killed.
+void end(pid_t child) {
+  kill(child, SIGTERM);
+  const auto isRunning = [child] {
+    siginfo_t end{};  // which is left to the thread that waits for it
+    return waitid(P_PID, static_cast<id_t>(child), &end, WEXITED | WNOHANG | WNOWAIT) == 0 &&
+           end.si_pid == 0;
+  };
+  for (int i = 0; i < kLooks && isRunning(); ++i)
+    std::this_thread::sleep_for(kLookEvery);
+  kill(child, SIGKILL);
+}
+
+// This process takes signals in a way of its own, which the child does not inherit.
+class UsualSignals {
+ public:
+  UsualSignals() {
+    posix_spawnattr_init(&attributes_);
+    sigset_t none, usual;
+    sigemptyset(&none);
+    sigemptyset(&usual);
+    sigaddset(&usual, SIGPIPE);
+    sigaddset(&usual, SIGXFSZ);
+    posix_spawnattr_setsigmask(&attributes_, &none);
+    posix_spawnattr_setsigdefault(&attributes_, &usual);
+    posix_spawnattr_setflags(&attributes_, POSIX_SPAWN_SETSIGMASK | POSIX_SPAWN_SETSIGDEF);
+  }
+  ~UsualSignals() { posix_spawnattr_destroy(&attributes_); }
+  UsualSignals(const UsualSignals&) = delete;
+  UsualSignals& operator=(const UsualSignals&) = delete;
+
+  const posix_spawnattr_t* get() const { return &attributes_; }
+
+ private:
+  posix_spawnattr_t attributes_;
+};
+
 // `program` is a path, or a name to look up in PATH.
 pid_t start(const char* program, const std::vector<std::string>& arguments, int output) {
   std::vector<char*> words{const_cast<char*>(program)};
@@ -47,7 +92,8 @@ pid_t start(const char* program, const std::vector<std::string>& arguments, int 
   posix_spawn_file_actions_adddup2(&actions, output, STDOUT_FILENO);
   posix_spawn_file_actions_addopen(&actions, STDERR_FILENO, "/dev/null", O_WRONLY, 0);
   pid_t child = 0;
-  const int error = posix_spawnp(&child, program, &actions, nullptr, words.data(), environ);
+  const int error =
+      posix_spawnp(&child, program, &actions, UsualSignals().get(), words.data(), environ);
   posix_spawn_file_actions_destroy(&actions);
   if (error != 0) {
     throw Failure(ExitStatus::Failed,
@@ -70,14 +116,18 @@ ChildResult run(const char* program, const std::vector<std::string>& arguments, 
     throw;
   }
   close(ends[1]);
+  running = child;
   ChildResult result;
   const bool inTime =
       readAll(ends[0], Clock::now() + std::chrono::seconds(limitSeconds), result.output);
   close(ends[0]);
-  if (!inTime) kill(child, SIGKILL);
+  if (!inTime) end(child);
   int status = 0;
   while (waitpid(child, &status, 0) < 0 && errno == EINTR) {
   }
+  running = 0;
+  while (ended)
+    pause();  // the process ends, too, and what became of the child is no result
   if (!inTime) {
     result.failure = "took longer than " + std::to_string(limitSeconds) + " seconds";
   } else if (WIFSIGNALED(status)) {
@@ -90,6 +140,11 @@ ChildResult run(const char* program, const std::vector<std::string>& arguments, 
 }
 
 }  // namespace
+
+void endChildProcess() {
+  ended = true;
+  if (const pid_t child = running) end(child);
+}
 
 ChildResult runSelf(const std::vector<std::string>& arguments, int limitSeconds) {
   return run("/proc/self/exe", arguments, limitSeconds);

@@ -1,5 +1,6 @@
 #include <windows.h>
 
+#include <atomic>
 #include <cstdio>
 
 #include "cli/child_process.h"
@@ -8,6 +9,9 @@
 
 namespace vellumtide::cli {
 namespace {
+
+std::atomic<HANDLE> running{nullptr};
+std::atomic<bool> ended{false};  // by endChildProcess()
 
 // One argument as the C runtime takes it apart again: quoted, with the backslashes before a quote
 // doubled.
@@ -69,6 +73,7 @@ ChildResult run(std::wstring command, const std::vector<std::string>& arguments,
     CloseHandle(output);
     fail("CreateProcessW");
   }
+  running = process.hProcess;
   ChildResult result;
   const DWORD limit = static_cast<DWORD>(limitSeconds) * 1000;
   if (WaitForSingleObject(process.hProcess, limit) == WAIT_TIMEOUT) {
@@ -86,6 +91,9 @@ ChildResult run(std::wstring command, const std::vector<std::string>& arguments,
       result.status = static_cast<int>(status);
     }
   }
+  running = nullptr;
+  while (ended)
+    Sleep(1000);  // the process ends, too, and what became of the child is no result
   result.output = contents(output);
   CloseHandle(process.hThread);
   CloseHandle(process.hProcess);
@@ -94,6 +102,11 @@ ChildResult run(std::wstring command, const std::vector<std::string>& arguments,
 }
 
 }  // namespace
+
+void endChildProcess() {
+  ended = true;
+  if (const HANDLE child = running) TerminateProcess(child, 1);
+}
 
 ChildResult runSelf(const std::vector<std::string>& arguments, int limitSeconds) {
   std::wstring program(32768, L'\0');

@@ -3,12 +3,16 @@
 #pragma once
 
 #include <CLI/CLI.hpp>
+#include <string>
+#include <vector>
 
 #include "cli/messages.h"
 
 namespace vellumtide::cli {
 
 void addRenderCommand(CLI::App& app);
+// Has the report and the progress of a render tell why its words were not understood.
+void tellWrongRender(const std::vector<std::string>& words, const std::string& message);
 void addInspectCommand(CLI::App& app);
 void addGlslCommand(CLI::App& app);
 void addCheckCommand(CLI::App& app);

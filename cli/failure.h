@@ -3,6 +3,7 @@
 
 #include <stdexcept>
 #include <string>
+#include <system_error>
 
 namespace vellumtide::cli {
 
@@ -23,5 +24,12 @@ class Failure : public std::runtime_error {
 
   ExitStatus status;
 };
+
+// The failure that stands for any exception: itself, or what the system said, about which path,
+// with ExitStatus::Failed.
+Failure failureOf(const std::exception& error);
+
+// Why a file cannot be had, in the system's words; "there is no such file" when that is all.
+std::string reasonOf(const std::error_code& error);
 
 }  // namespace vellumtide::cli

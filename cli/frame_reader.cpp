@@ -98,10 +98,8 @@ ReadFrame readFrame(const RenderJob& job, const RenderPlan& plan, std::size_t in
       checkWritable(frame.task.output, frame.input.write);
       frame.share.resize(bytesOf(frame.input, job.downsample));
     }
-  } catch (const Failure& failure) {
-    frame.failure = failure;
   } catch (const std::exception& error) {
-    frame.failure = Failure(ExitStatus::Failed, error.what());
+    frame.failure = failureOf(error);
   }
   frame.milliseconds = watch.milliseconds();
   return frame;

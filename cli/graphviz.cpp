@@ -1,4 +1,7 @@
+#include <cerrno>
 #include <fstream>
+#include <string_view>
+#include <system_error>
 
 #include "cli/child_process.h"
 #include "cli/failure.h"
@@ -19,7 +22,9 @@ constexpr int kLimitSeconds = 60;
 ChildResult runDot(const std::string& file) {
   try {
     return runTool("dot", {"-Tsvg", file}, kLimitSeconds);
-  } catch (const Failure&) {
+  } catch (const Failure& failure) {
+    const std::string absent = std::generic_category().message(ENOENT);
+    if (!std::string_view(failure.what()).ends_with(absent)) fail(failure.what());
     fail("Graphviz and its program \"dot\" are not installed (Debian: apt-get install graphviz)");
   }
 }

@@ -3,6 +3,7 @@
 #include "cli/build_errors.h"
 #include "cli/driver_log.h"
 #include "cli/failure.h"
+#include "cli/machine_room.h"
 #include "cli/module_file.h"
 #include "cli/utf8_path.h"
 
@@ -12,6 +13,7 @@ namespace {
 constexpr const char* kUnusableTitle = "(Invalid PB)";
 
 headless::HostOptions hostOptions(const ScratchFolder& folder) {
+  requireMachineRoom();
   headless::HostOptions options;
   options.ownGlContext = false;
   options.captureOutput = true;

@@ -2,6 +2,9 @@
 
 #include <algorithm>
 #include <cctype>
+#include <cerrno>
+#include <fstream>
+#include <system_error>
 
 #include "cli/failure.h"
 #include "cli/utf8_path.h"
@@ -63,13 +66,17 @@ SampleType writtenType(const fs::path& path, PF_PixelFormat pixels, const WriteO
 }
 
 void checkReadable(const fs::path& path) {
-  std::error_code ignored;
-  const fs::file_status status = fs::status(path, ignored);
-  if (!fs::exists(status)) failImage(path, "there is no such file");
+  std::error_code failed;
+  const fs::file_status status = fs::status(path, failed);
+  if (!fs::exists(status)) failImage(path, failed ? reasonOf(failed) : "there is no such file");
   if (fs::is_directory(status)) failImage(path, "is a folder, not an image");
   // A pipe gives its bytes once, and images are looked at before they are read.
   if (!fs::is_regular_file(status)) {
     failImage(path, "is a pipe or a device; images are read from files alone");
+  }
+  errno = 0;
+  if (!std::ifstream(path, std::ios::binary)) {
+    failImage(path, "cannot be opened: " + std::generic_category().message(errno ? errno : EIO));
   }
 }
 

@@ -1,11 +1,16 @@
 #include <exception>
+#include <string>
+#include <vector>
 
+#include "cli/argument_words.h"
 #include "cli/command_tree.h"
 #include "cli/commands.h"
 #include "cli/failure.h"
 #include "cli/help_examples.h"
 #include "cli/help_format.h"
 #include "cli/help_headings.h"
+#include "cli/interruption.h"
+#include "cli/signals.h"
 #include "cli/suggestion.h"
 
 namespace vellumtide::cli {
@@ -32,6 +37,7 @@ void addCommands(CLI::App& app) {
   addHelpCommand(app);
   nameValues(app);
   addExamples(app);
+  refuseEmptyValues(app);
 }
 
 // The innermost command that was named.
@@ -84,16 +90,18 @@ int run(int argc, char** argv) {
     say("a command has to follow\n\n" + app.help());
     return static_cast<int>(ExitStatus::Usage);
   }
+  const std::vector<std::string> words = wordsOf(argc, argv);
   try {
-    app.parse(argc, argv);
+    app.parse(std::vector<std::string>(words.rbegin(), words.rend()));
   } catch (const CLI::CallForHelp&) {
     writeOut(app.help());
   } catch (const CLI::Success&) {
     return 0;
   } catch (const CLI::ParseError& error) {
-    return report(
-        usageMessage(app, error) + " (see vellumtide " + pathOf(namedCommand(app)) + "--help)",
-        ExitStatus::Usage);
+    const std::string message =
+        usageMessage(app, error) + " (see vellumtide " + pathOf(namedCommand(app)) + "--help)";
+    if (!words.empty() && words.front() == "render") tellWrongRender(words, message);
+    return report(message, ExitStatus::Usage);
   }
   return 0;
 }
@@ -104,10 +112,12 @@ int run(int argc, char** argv) {
 int main(int argc, char** argv) {
   using namespace vellumtide::cli;
   try {
+    watchInterruptions();
     return run(argc, argv);
-  } catch (const Failure& failure) {
-    return report(failure.what(), failure.status);
+  } catch (const ReaderGone&) {
+    endInterrupted(kReaderGone);
   } catch (const std::exception& error) {
-    return report(error.what(), ExitStatus::Failed);
+    const Failure failure = failureOf(error);
+    return report(failure.what(), failure.status);
   }
 }

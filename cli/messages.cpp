@@ -1,7 +1,9 @@
 #include "cli/messages.h"
 
 #include <algorithm>
+#include <cerrno>
 #include <cstdio>
+#include <system_error>
 
 #include "cli/color.h"
 #include "cli/failure.h"
@@ -35,7 +37,10 @@ void note(const std::string& line) {
 
 void writeOut(std::string_view text) {
   if (std::fwrite(text.data(), 1, text.size(), stdout) != text.size() || std::fflush(stdout) != 0) {
-    throw Failure(ExitStatus::Failed, "standard output cannot be written");
+    const int reason = errno;
+    if (reason == EPIPE) throw ReaderGone("nobody reads standard output");
+    throw Failure(ExitStatus::Failed,
+                  "standard output cannot be written: " + std::generic_category().message(reason));
   }
 }
 

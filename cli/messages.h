@@ -1,6 +1,7 @@
 // What the program says on its two streams.
 #pragma once
 
+#include <stdexcept>
 #include <string>
 #include <string_view>
 
@@ -13,7 +14,13 @@ void say(const std::string& message);
 // A line on standard error as it is, for news that are no error.
 void note(const std::string& line);
 
-// Writes to standard output, byte for byte, and flushes; throws Failure when that fails.
+// Nobody reads standard output any more.
+struct ReaderGone : std::runtime_error {
+  using std::runtime_error::runtime_error;
+};
+
+// Writes to standard output, byte for byte, and flushes; throws ReaderGone, or Failure when that
+// fails for another reason.
 void writeOut(std::string_view text);
 
 // The text on one line: control characters become blanks.

@@ -4,11 +4,9 @@
 #include <atomic>
 #include <cerrno>
 #include <chrono>
-#include <csignal>
 #include <cstdio>
 #include <cstring>
 #include <fstream>
-#include <mutex>
 #include <string>
 #include <thread>
 
@@ -25,23 +23,13 @@ struct Slot {
 std::array<Slot, 64> slots;
 std::atomic<bool> abandoned{false};
 
-extern "C" void removePendingAndEnd(int signalNumber) {
-  abandonPendingFiles();
-  std::signal(signalNumber, SIG_DFL);
-  std::raise(signalNumber);
-}
-
-// A program that handles the signals itself calls abandonPendingFiles().
-void watchSignals() {
-  for (int signalNumber : {SIGINT, SIGTERM}) {
-    const auto before = std::signal(signalNumber, removePendingAndEnd);
-    if (before != SIG_DFL && before != removePendingAndEnd) std::signal(signalNumber, before);
-  }
+// While the process ends, its other threads make no new files.
+void stayOutOfTheWay() {
+  while (abandoned)
+    std::this_thread::sleep_for(std::chrono::seconds(1));
 }
 
 int takeSlot(const std::filesystem::path& path) {
-  static std::once_flag watched;
-  std::call_once(watched, watchSignals);
   const std::string name = utf8(path);
   if (name.size() >= slots[0].name.size()) return -1;
   for (std::size_t i = 0; i < slots.size(); ++i) {
@@ -56,9 +44,7 @@ int takeSlot(const std::filesystem::path& path) {
 }  // namespace
 
 PendingFile::PendingFile(const std::filesystem::path& target) : target_(outputTarget(target)) {
-  // The process ends; its other threads only have to stay out of the way.
-  while (abandoned)
-    std::this_thread::sleep_for(std::chrono::seconds(1));
+  stayOutOfTheWay();
   try {
     if (target_.kind == OutputTarget::Kind::File) {
       hidden_.emplace(target_.path);
@@ -72,6 +58,8 @@ PendingFile::PendingFile(const std::filesystem::path& target) : target_(outputTa
   } catch (const std::filesystem::filesystem_error& error) {
     throw WriteRefusal(error.code().message());
   }
+  if (abandoned) hidden_.reset();  // made while the others were removed
+  stayOutOfTheWay();
 }
 
 PendingFile::~PendingFile() {

@@ -16,8 +16,7 @@ namespace vellumtide::cli {
 class PendingFile {
  public:
   // Makes the empty file for `target`, see outputTarget(). May be used from several threads at a
-  // time. The first one makes INT and TERM remove what is pending before they end the process.
-  // Throws WriteRefusal.
+  // time. Throws WriteRefusal.
   explicit PendingFile(const std::filesystem::path& target);
   PendingFile(const PendingFile&) = delete;
   PendingFile& operator=(const PendingFile&) = delete;

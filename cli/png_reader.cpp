@@ -1,4 +1,6 @@
+#include <cerrno>
 #include <fstream>
+#include <system_error>
 
 #include "cli/image_format.h"
 #include "cli/png_image.h"
@@ -87,8 +89,11 @@ ImageFile readPng(const fs::path& path, std::istream& stream, ReadAs readAs) {
 // Opens the file for `action`(stream) and says what fails.
 template <typename Action>
 auto withPng(const fs::path& path, Action action) {
+  errno = 0;
   std::ifstream stream(path, std::ios::binary);
-  if (!stream) failImage(path, "cannot be opened");
+  if (!stream) {
+    failImage(path, "cannot be opened: " + std::generic_category().message(errno ? errno : EIO));
+  }
   try {
     return action(stream);
   } catch (const PngError& error) {

@@ -1,7 +1,10 @@
 #include "cli/png_stream.h"
 
+#include <cerrno>
 #include <istream>
 #include <ostream>
+#include <string>
+#include <system_error>
 
 namespace vellumtide::cli {
 namespace {
@@ -22,8 +25,10 @@ void readBytes(png_structp png, png_bytep bytes, std::size_t count) {
 
 void writeBytes(png_structp png, png_bytep bytes, std::size_t count) {
   auto& stream = *static_cast<std::ostream*>(png_get_io_ptr(png));
+  errno = 0;
   if (!stream.write(reinterpret_cast<const char*>(bytes), static_cast<std::streamsize>(count))) {
-    png_error(png, "the disk takes no more");
+    const std::string reason = std::generic_category().message(errno != 0 ? errno : EIO);
+    png_error(png, reason.c_str());
   }
 }
 

@@ -24,7 +24,7 @@ namespace fs = std::filesystem;
 std::string readText(const fs::path& path) {
   std::error_code failed;
   const fs::file_status status = fs::status(path, failed);
-  if (!fs::exists(status)) fail(path, "there is no such file");
+  if (!fs::exists(status)) fail(path, failed ? reasonOf(failed) : "there is no such file");
   if (fs::is_directory(status)) fail(path, "is a folder, not a program file");
   // Like the module, which must not wait for the other end of a pipe.
   if (!fs::is_regular_file(status)) fail(path, "is a pipe or a device, not a program file");
@@ -36,6 +36,10 @@ std::string readText(const fs::path& path) {
   std::string text{std::istreambuf_iterator<char>(file), {}};
   if (!file) {
     const int reason = errno;
+    if (reason == EMFILE || reason == ENFILE || reason == ENOMEM) {
+      throw Failure(ExitStatus::Failed,
+                    utf8(path) + ": cannot be read: " + std::generic_category().message(reason));
+    }
     fail(path,
          "cannot be read: " + (reason ? std::generic_category().message(reason) : "I/O error"));
   }

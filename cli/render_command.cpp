@@ -2,6 +2,7 @@
 #include <memory>
 #include <thread>
 
+#include "cli/argument_words.h"
 #include "cli/commands.h"
 #include "cli/failure.h"
 #include "cli/file_guard.h"
@@ -69,6 +70,7 @@ void checkStandardOutput(const RenderJob& job) {
 }
 
 void understand(const RenderTexts& texts, RenderJob& job) {
+  job.progress = chosen<ProgressStyle>(kStyles, texts.progress);
   if (!texts.size.empty()) readSize(texts.size, job);
   if (!texts.size.empty() && !job.inputs.empty())
     failUsage("--size: the input image gives the size");
@@ -81,7 +83,6 @@ void understand(const RenderTexts& texts, RenderJob& job) {
   }
   if (!texts.frames.empty()) job.frames = parseFrames(texts.frames);
   job.missing = chosen<Missing>(kMissing, texts.missing);
-  job.progress = chosen<ProgressStyle>(kStyles, texts.progress);
   job.memory = std::size_t(texts.memory) << 20;
   checkStandardOutput(job);
   checkWritable(
@@ -166,10 +167,26 @@ void addRenderCommand(CLI::App& app) {
   command->add_flag("--watch", texts->watch, "stay, and render again when a file changes")
       ->excludes("--skip-existing");
   command->callback([job, texts] {
-    understand(*texts, *job);
+    try {
+      understand(*texts, *job);
+    } catch (const std::exception& error) {
+      tellFailure(*job, failureOf(error));
+      throw;
+    }
     if (texts->watch) watchRenderJob(*job);
     runRenderJob(*job);
   });
+}
+
+void tellWrongRender(const std::vector<std::string>& words, const std::string& message) {
+  RenderJob job;
+  if (words.size() > 1 && !words[1].starts_with('-')) job.program = words[1];
+  job.report = valueIn(words, "--report");
+  const std::string style = valueIn(words, "--progress");
+  job.progress = std::count(kStyles.begin(), kStyles.end(), style) != 0
+                     ? chosen<ProgressStyle>(kStyles, style)
+                     : ProgressStyle::None;
+  tellFailure(job, Failure(ExitStatus::Usage, message));
 }
 
 }  // namespace vellumtide::cli

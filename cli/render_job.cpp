@@ -1,20 +1,18 @@
 #include "cli/render_job.h"
 
 #include <algorithm>
-#include <atomic>
 #include <cstdint>
 #include <limits>
 #include <memory>
 
 #include "cli/animation.h"
 #include "cli/failure.h"
+#include "cli/frame_list.h"
 #include "cli/interruption.h"
-#include "cli/messages.h"
-#include "cli/pending_file.h"
 #include "cli/render_files.h"
+#include "cli/render_news.h"
 #include "cli/render_pipeline.h"
 #include "cli/render_report.h"
-#include "cli/stopwatch.h"
 #include "cli/utf8_path.h"
 
 namespace vellumtide::cli {
@@ -112,42 +110,18 @@ class Renderer {
   std::optional<ControlPanel> panel_;
 };
 
-std::vector<FrameRecord> recordsOf(const RenderPlan& plan) {
-  std::vector<FrameRecord> records(plan.size());
-  for (std::size_t i = 0; i < records.size(); ++i) {
-    const FrameTask task = plan.task(i);
-    records[i].frame = task.number;
-    records[i].file = utf8(task.output);
-  }
-  return records;
-}
-
-std::string interruptionText(int signal, const RenderRecords& records, bool isSequence) {
-  const std::string text = std::string("interrupted by ") + signalName(signal);
-  if (!isSequence) return text + ": nothing was written";
-  const std::vector<int> left = records.frames({FrameStatus::Waiting, FrameStatus::Failed});
-  const std::size_t complete = records.total() - left.size();
-  const std::string counted = text + ": " + std::to_string(complete) + " of " +
-                              std::to_string(records.total()) + " frames are complete";
-  if (left.empty()) return counted;
-  return counted + "\nTo go on, run the same command with --skip-existing, or with --frames " +
-         frameListText(left);
-}
-
-// One run of a job, from its plan to its report.
+// One run of a job, from its plan to its end.
 class Run {
  public:
-  explicit Run(const RenderJob& job)
-      : job_(job),
-        renderer_(job),
-        plan_(job),
-        progress_(job.progress, plan_.size(), plan_.isSequence()),
-        records_(recordsOf(plan_), progress_, job.keepGoing && plan_.isSequence()) {}
+  Run(const RenderJob& job, RenderNews& news) : job_(job), renderer_(job), plan_(job), news_(news) {
+    news_.start(plan_);
+  }
 
-  // Returns the signal that ended it early, or 0. Throws the Failure that the program ends with.
-  int work() {
-    RenderPipeline pipeline(job_, plan_, records_);
-    const Interruption interruption([&](int) { pipeline.stop(); }, [&](int s) { endLate(s); });
+  // Throws the Failure that the program ends with. A signal that left frames undone ends the
+  // process: what a thread still reads, perhaps for ever, is nobody's any more.
+  void work() {
+    RenderPipeline pipeline(job_, plan_, records());
+    const Interruption interruption([&] { pipeline.stop(); }, news_.lastSteps());
     std::optional<Failure> failure;
     try {
       pipeline.run({[this](ReadFrame& frame) { return renderer_.render(frame); },
@@ -157,86 +131,69 @@ class Run {
     } catch (const Failure& ending) {
       failure = ending;
     }
-    const int signal = Interruption::signal();
-    if (signal != 0 && !isComplete()) {
-      progress_.breakLine();
-      const std::string text = interruptionText(signal, records_, plan_.isSequence());
-      say(text);
-      conclude("interrupted", 128 + signal, text);
-      return signal;
+    if (const int signal = Interruption::signal(); signal != 0 && !isComplete()) {
+      news_.interrupted(signal);
+      endInterrupted(signal);
     }
     if (failure && !job_.frames.empty()) sayOtherSpellings(job_);
-    conclude(failure ? "failed" : "done", failure ? static_cast<int>(failure->status) : 0,
-             failure ? failure->what() : "");
     if (failure) throw *failure;
-    return 0;
+    news_.done();
   }
 
  private:
+  RenderRecords& records() const { return news_.records(); }
+
   // What the frames come to.
   std::optional<Failure> outcome() const {
-    const std::size_t failed = records_.count(FrameStatus::Failed);
-    if (failed == 0 || !plan_.isSequence() || !job_.keepGoing) return records_.firstFailure();
+    const std::size_t failed = records().count(FrameStatus::Failed);
+    if (failed == 0 || !plan_.isSequence() || !job_.keepGoing) return records().firstFailure();
     return Failure(ExitStatus::Failed,
-                   std::to_string(failed) + " of " + std::to_string(records_.total()) +
-                       " frames failed: " + frameListText(records_.frames({FrameStatus::Failed})));
+                   std::to_string(failed) + " of " + std::to_string(records().total()) +
+                       " frames failed: " + frameListText(records().frames({FrameStatus::Failed})));
   }
 
   bool isComplete() const {
-    return records_.count(FrameStatus::Done) + records_.count(FrameStatus::Skipped) ==
-           records_.total();
-  }
-
-  void conclude(const std::string& status, int exitStatus, const std::string& failure) {
-    progress_.end(status, exitStatus, failure);
-    if (job_.report.empty()) return;
-    writeReport(job_, records_, status, exitStatus, failure, watch_.milliseconds());
-  }
-
-  // The driver or a slow disk has not let go in time: the process ends with what is complete.
-  void endLate(int signal) {
-    const std::string text = interruptionText(signal, records_, plan_.isSequence());
-    say(text);
-    try {
-      conclude("interrupted", 128 + signal, text);
-    } catch (const Failure& failure) {
-      say(failure.what());
-    }
-    abandonPendingFiles();
-    ScratchFolder::removeAll();
+    return records().count(FrameStatus::Done) + records().count(FrameStatus::Skipped) ==
+           records().total();
   }
 
   const RenderJob& job_;
-  Stopwatch watch_;
   Renderer renderer_;
   RenderPlan plan_;
-  RenderProgress progress_;
-  RenderRecords records_;
+  RenderNews& news_;
 };
+
+// No file is written over one that the job reads or writes.
+void requireApart(const RenderJob& job, RenderNews& news) {
+  try {
+    requireReportApart(job);
+  } catch (const Failure&) {
+    news.leaveReport();
+    throw;
+  }
+  requirePicturesApart(job);
+}
 
 }  // namespace
 
 void runRenderJob(const RenderJob& job) {
-  if (!job.report.empty()) checkReport(job.report);
-  requireReportApart(job);
-  if (job.frames.empty()) sayOtherSpellings(job);
-  std::optional<Run> run;
+  RenderNews news(job);
+  const Interruption interruption({}, news.lastSteps());
   try {
-    requirePicturesApart(job);
-    run.emplace(job);
-  } catch (const Failure& failure) {
-    RenderProgress progress(job.progress, 0, false);
-    progress.end("failed", static_cast<int>(failure.status), failure.what());
-    if (!job.report.empty()) {
-      writeReport(job, RenderRecords({}, progress, false), "failed",
-                  static_cast<int>(failure.status), failure.what(), 0);
-    }
-    throw;
+    if (!job.report.empty()) checkReport(job.report);
+    requireApart(job, news);
+    if (job.frames.empty()) sayOtherSpellings(job);
+    Run(job, news).work();
+  } catch (const std::exception& error) {
+    const Failure failure = failureOf(error);
+    news.failed(failure);
+    if (dynamic_cast<const Failure*>(&error)) throw;
+    throw failure;
   }
-  const int signal = run->work();
-  if (signal == 0) return;
-  run.reset();
-  endBySignal(signal);
+}
+
+void tellFailure(const RenderJob& job, const Failure& failure) {
+  RenderNews(job).failed(failure);
 }
 
 }  // namespace vellumtide::cli

@@ -59,8 +59,8 @@ void RenderPipeline::renderFrame(std::size_t index, ReadFrame& frame, const Rend
       picture = renderer.render(frame);
       record.renderMs = watch.milliseconds();
     }
-  } catch (const Failure& failure) {
-    record.failure = failure;
+  } catch (const std::exception& error) {
+    record.failure = failureOf(error);
   }
   if (!record.failure) return writeFrame(index, frame, std::move(picture), std::move(record));
   if (renderer.endsJob(*record.failure)) {
@@ -88,10 +88,8 @@ void RenderPipeline::writeFrame(std::size_t index, ReadFrame& frame, Picture pic
     try {
       writeImageFile(work->output, *work->picture.pixels, work->picture.pixelAspect, work->options);
       work->record.status = FrameStatus::Done;
-    } catch (const Failure& failure) {
-      work->record.failure = failure;
     } catch (const std::exception& error) {
-      work->record.failure = Failure(ExitStatus::Failed, error.what());
+      work->record.failure = failureOf(error);
     }
     work->record.writeMs = watch.milliseconds();
     end(index, std::move(work->record));

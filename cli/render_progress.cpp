@@ -3,6 +3,7 @@
 #include <cstdio>
 #include <nlohmann/json.hpp>
 
+#include "cli/failure.h"
 #include "cli/messages.h"
 
 namespace vellumtide::cli {
@@ -10,8 +11,8 @@ namespace {
 
 using Json = nlohmann::ordered_json;
 
-void writeLine(const Json& object) {
-  writeOut(object.dump(-1, ' ', false, Json::error_handler_t::replace) + "\n");
+std::string lineOf(const Json& object) {
+  return object.dump(-1, ' ', false, Json::error_handler_t::replace) + "\n";
 }
 
 ProgressStyle chosen(ProgressStyle style, bool isSequence) {
@@ -30,10 +31,10 @@ RenderProgress::RenderProgress(ProgressStyle style, std::size_t total, bool isSe
     : style_(chosen(style, isSequence)),
       total_(total),
       lines_(total, hasLines(style_), style_ == ProgressStyle::Bar) {
-  if (style_ == ProgressStyle::Json) writeLine({{"event", "start"}, {"total", total_}});
+  if (style_ == ProgressStyle::Json) put(lineOf({{"event", "start"}, {"total", total_}}));
   if (style_ == ProgressStyle::OpenJd) {
-    writeOut("openjd_status: Rendering " + std::to_string(total_) +
-             (total_ == 1 ? " frame\n" : " frames\n"));
+    put("openjd_status: Rendering " + std::to_string(total_) +
+        (total_ == 1 ? " frame\n" : " frames\n"));
   }
 }
 
@@ -44,12 +45,12 @@ void RenderProgress::frame(const Frame& frame) {
                  {"done", done_},    {"total", total_},  {"file", frame.file}};
     if (frame.number) line["frame"] = *frame.number;
     if (!frame.error.empty()) line["error"] = frame.error;
-    writeLine(line);
+    put(lineOf(line));
   } else if (style_ == ProgressStyle::OpenJd) {
     char line[64];
     std::snprintf(line, sizeof line, "openjd_progress: %.2f\n",
                   100.0 * static_cast<double>(done_) / static_cast<double>(total_));
-    writeOut(line);
+    put(line);
   } else {
     lines_.frameDone(onOneLine(frame.file) + (frame.status == "done" ? "" : "  " + frame.status),
                      frame.worked);
@@ -61,10 +62,21 @@ void RenderProgress::end(const std::string& status, int exitStatus, const std::s
   if (style_ == ProgressStyle::Json) {
     Json line = {{"event", "end"}, {"status", status}, {"exitStatus", exitStatus}};
     if (!failure.empty()) line["error"] = failure;
-    writeLine(line);
+    put(lineOf(line));
   } else if (style_ == ProgressStyle::OpenJd) {
-    writeOut(failure.empty() ? "openjd_status: Done\n"
-                             : "openjd_fail: " + onOneLine(failure) + "\n");
+    put(failure.empty() ? "openjd_status: Done\n" : "openjd_fail: " + onOneLine(failure) + "\n");
+  }
+}
+
+void RenderProgress::put(const std::string& text) {
+  if (!heard_) return;
+  try {
+    writeOut(text);
+  } catch (const ReaderGone&) {
+    heard_ = false;
+  } catch (const Failure& failure) {
+    heard_ = false;
+    say(std::string(failure.what()) + "; the progress ends here, the job goes on");
   }
 }
 

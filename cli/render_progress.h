@@ -18,6 +18,7 @@ enum class ProgressStyle {
   None,
 };
 
+// When standard output cannot be written the lines end, not the job.
 class RenderProgress {
  public:
   // `total` frames; none of a sequence for a single picture.
@@ -35,7 +36,10 @@ class RenderProgress {
   void end(const std::string& status, int exitStatus, const std::string& failure);
 
  private:
+  void put(const std::string& text);
+
   ProgressStyle style_;
+  bool heard_ = true;
   std::size_t total_, done_ = 0;
   Progress lines_;
 };

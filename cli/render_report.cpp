@@ -1,5 +1,6 @@
 #include "cli/render_report.h"
 
+#include <fstream>
 #include <nlohmann/json.hpp>
 
 #include "cli/pending_file.h"
@@ -8,6 +9,7 @@
 namespace vellumtide::cli {
 namespace {
 
+namespace fs = std::filesystem;
 using Json = nlohmann::ordered_json;
 
 [[noreturn]] void fail(const std::string& file, const std::string& reason) {
@@ -22,6 +24,15 @@ void checkReport(const std::string& file) {
   } catch (const WriteRefusal& refusal) {
     fail(file, refusal.what());
   }
+}
+
+bool mayHoldReport(const std::string& file) {
+  const fs::path path = pathOf(file);
+  std::error_code ignored;
+  if (!fs::is_regular_file(path, ignored) || fs::file_size(path, ignored) == 0) return true;
+  std::ifstream stream(path, std::ios::binary);
+  const Json old = Json::parse(stream, nullptr, false);
+  return old.is_object() && old.contains("status");
 }
 
 void writeReport(const RenderJob& job, const RenderRecords& records, const std::string& status,

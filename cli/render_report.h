@@ -12,6 +12,10 @@ namespace vellumtide::cli {
 // that shows without writing; for the start of a job, so that its end is no surprise.
 void checkReport(const std::string& file);
 
+// Whether a job that was not looked through yet may write its report there: any file but one that
+// holds something else than a report, which may be what the job reads.
+bool mayHoldReport(const std::string& file);
+
 // Writes the file whole or not at all. `status` is "done", "failed" or "interrupted"; `failure` the
 // message that the program ends with, "" when all is well. Throws Failure (ExitStatus::Failed).
 void writeReport(const RenderJob& job, const RenderRecords& records, const std::string& status,

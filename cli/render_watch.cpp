@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <chrono>
 #include <cmath>
+#include <optional>
 #include <set>
 #include <thread>
 
@@ -65,11 +66,9 @@ class Watcher {
           failure.status == ExitStatus::Usage || failure.status == ExitStatus::NoDevice;
       if (isFirst_ && isHopeless) throw;
       say(failure.what());
-    } catch (const std::exception& error) {
-      say(error.what());
     }
     // One that came when all frames were complete already has not ended the process.
-    if (const int signal = Interruption::signal()) endBySignal(signal);
+    if (const int signal = Interruption::signal()) endInterrupted(signal);
     isFirst_ = false;
     job_.misfit = [](const Failure& failure) { say(std::string(failure.what()) + "; left out"); };
   }
@@ -108,10 +107,16 @@ class Watcher {
 }  // namespace
 
 void watchRenderJob(RenderJob job) {
-  Watcher watcher(std::move(job));
+  std::optional<Watcher> watcher;
+  try {
+    watcher.emplace(job);
+  } catch (const Failure& failure) {
+    tellFailure(job, failure);
+    throw;
+  }
   while (true) {
-    watcher.pass();
-    watcher.waitForChange();
+    watcher->pass();
+    watcher->waitForChange();
   }
 }
 

@@ -8,7 +8,7 @@ namespace vellumtide::cli {
 // holds.
 class ScratchFolder {
  public:
-  // Throws filesystem_error when none can be made.
+  // Throws Failure (ExitStatus::Failed) when none can be made.
   ScratchFolder();
   ScratchFolder(const ScratchFolder&) = delete;
   ScratchFolder& operator=(const ScratchFolder&) = delete;
@@ -22,9 +22,12 @@ class ScratchFolder {
 
   // Removes the folders of all objects there are, for a process that ends without unwinding.
   static void removeAll();
+  // The same for the handler of a crash: neither heap nor locks are touched.
+  static void removeAllAtCrash();
 
  private:
   std::filesystem::path path_;
+  int slot_ = -1;  // in the table of what a crash removes
 };
 
 }  // namespace vellumtide::cli

@@ -15,7 +15,10 @@ std::filesystem::path pathOf(const std::string& text) {
 
 std::optional<nlohmann::json> readJsonFile(const std::string& path) {
   std::error_code error;
-  if (!std::filesystem::exists(pathOf(path), error)) return std::nullopt;
+  if (!std::filesystem::exists(pathOf(path), error)) {
+    if (error) throw std::runtime_error("cannot read " + path + ": " + error.message());
+    return std::nullopt;
+  }
   if (!std::filesystem::is_regular_file(pathOf(path), error)) {
     throw std::runtime_error(path + " is a folder, a pipe or a device");
   }

@@ -1,6 +1,10 @@
+#include <fcntl.h>
+#include <sys/mman.h>
 #include <unistd.h>
 
+#include <cerrno>
 #include <cstdio>
+#include <system_error>
 
 #include "headless/output_capture.h"
 
@@ -10,17 +14,21 @@ namespace {
 // One stream that can be sent to a file without a name and back.
 class Redirect {
  public:
-  explicit Redirect(int stream) : stream_(stream), file_(std::tmpfile()) {}
-  ~Redirect() {
-    if (file_) std::fclose(file_);
+  // Throws system_error. The file is in memory: folders for temporary files may be full or absent.
+  explicit Redirect(int stream)
+      : stream_(stream), file_(memfd_create("captured output", MFD_CLOEXEC)) {
+    if (file_ < 0) {
+      throw std::system_error(errno, std::generic_category(), "the module's output has no place");
+    }
   }
+  ~Redirect() { close(file_); }
   Redirect(const Redirect&) = delete;
   Redirect& operator=(const Redirect&) = delete;
 
   void start() {
-    if (!file_ || saved_ >= 0) return;
-    saved_ = dup(stream_);
-    dup2(fileno(file_), stream_);
+    if (saved_ >= 0) return;
+    saved_ = fcntl(stream_, F_DUPFD_CLOEXEC, 0);
+    dup2(file_, stream_);
   }
 
   void stop() {
@@ -32,22 +40,20 @@ class Redirect {
 
   std::string take() {
     std::string text;
-    if (!file_) return text;
-    const int file = fileno(file_);
-    text.resize(static_cast<size_t>(lseek(file, 0, SEEK_END)));
+    text.resize(static_cast<size_t>(lseek(file_, 0, SEEK_END)));
     size_t done = 0;
     for (ssize_t got; done < text.size(); done += static_cast<size_t>(got)) {
-      got = pread(file, &text[done], text.size() - done, static_cast<off_t>(done));
+      got = pread(file_, &text[done], text.size() - done, static_cast<off_t>(done));
       if (got <= 0) break;
     }
     text.resize(done);
-    if (ftruncate(file, 0) == 0) lseek(file, 0, SEEK_SET);
+    if (ftruncate(file_, 0) == 0) lseek(file_, 0, SEEK_SET);
     return text;
   }
 
  private:
   int stream_;
-  FILE* file_;
+  int file_;
   int saved_ = -1;
 };
 
