@@ -80,10 +80,10 @@ class GraphWriter {
       const std::string kernel = dice_.oneIn(60) ? "Missing" : node.kernel->name;
       line("<node" + attribute("id", node.id) + attribute("name", kernel) +
            " vendor=\"v\" namespace=\"n\" version=\"1\"><evaluateParameters><![CDATA[");
-      line("void evaluateParameters() {");
+      std::string statements;
       for (const auto& [type, name] : node.kernel->parameters)
-        line(node.id + "::" + name + " = " + valueFor(type) + ";");
-      line("}");
+        statements += node.id + "::" + name + " = " + valueFor(type) + "; ";
+      line("void evaluateParameters() { " + statements + "}");
       line("]]></evaluateParameters></node>");
     }
   }

@@ -122,17 +122,17 @@ class KernelWriter {
 
   void dependents() {
     if (dependents_.empty()) return;
-    line("void evaluateDependents()");
-    line("{");
+    // In one line: without one of them the others would be left without a value.
+    std::string statements;
     for (const auto& [type, name] : dependents_) {
       const std::string from =
           "(0.5 + " + (text_.parameters.empty() ? "0.25" : parameterValue()) + ")";
       const std::string value = type.starts_with("float") ? from
                                 : type.starts_with("int") ? "int(clamp(" + from + ", 0.0, 9.0))"
                                                           : "(" + from + " > 0.7)";
-      line(name + " = " + type + "(" + value + ");");
+      statements += name + " = " + type + "(" + value + "); ";
     }
-    line("}");
+    line("void evaluateDependents() { " + statements + "}");
   }
 
   std::string parameterValue() {
@@ -141,9 +141,7 @@ class KernelWriter {
   }
 
   void pixel() {
-    line("void evaluatePixel()");
-    line("{");
-    line("float4 sum = float4(" + dice_.number(0, 1) + ");");
+    line("void evaluatePixel() { float4 sum = float4(" + dice_.number(0, 1) + ");");
     const int taps = text_.inputs.empty() ? 0 : dice_.between(1, 4);
     for (int i = 0; i < taps; ++i)
       tap(i, taps);
@@ -154,8 +152,7 @@ class KernelWriter {
     if (!text_.parameters.empty())
       line("sum += 0.125 * float4(" + parameterValue() + ", 0.25, " + parameterValue() + ", 0.0);");
     if (dice_.oneIn(40)) line("sum += nothing;");
-    line(output_ + " = sum;");
-    line("}");
+    line(output_ + " = sum; }");
   }
 
   void tap(int number, int taps) {

@@ -37,6 +37,7 @@ Plan kernelPlan(const std::string& text) {
   PlanNode node;
   node.name = kernel.name.str();
   node.slots = slotsOf(kernel);
+  node.source = text;
   generateKernelShaders(kernel, kHostOrder, node.vertex, node.fragment);
   plan.nodes.push_back(node);
   plan.output = 0;
@@ -68,6 +69,7 @@ Plan graphPlan(const std::string& text) {
     node.name = graph.nodes[i].id.str();
     if (const pbKernelInfo* kernel = kernels.find(graph.nodes[i].name)) {
       node.slots = slotsOf(*kernel);
+      node.source = graph.kernelSources[static_cast<std::size_t>(kernel - graph.kernels.data())];
       generateNodeShaders(graph, kernels, i, node.vertex, node.fragment, kHostOrder);
     }
     plan.nodes.push_back(std::move(node));

@@ -20,6 +20,7 @@ struct PlanNode {
   std::string name;
   std::vector<PlanSlot> slots;
   std::string vertex, fragment;  // "" when the node's kernel is missing
+  std::string source;            // of the kernel
 };
 
 struct PlanParameter {

@@ -4,6 +4,7 @@
 #include <stdexcept>
 
 #include "gl/gl_loader.h"
+#include "tests/scenarios/plain_reading.h"
 
 namespace vellumtide::scenarios {
 namespace {
@@ -160,22 +161,32 @@ void setParameter(GLint at, const pbParameter& parameter, const ValueCells& valu
   }
 }
 
+bool attach(GLuint program, GLenum kind, const std::string& text) {
+  const GLuint shader = glCreateShader(kind);
+  const char* source = text.c_str();
+  glShaderSource(shader, 1, &source, nullptr);
+  glCompileShader(shader);
+  GLint compiled = GL_FALSE;
+  glGetShaderiv(shader, GL_COMPILE_STATUS, &compiled);
+  glAttachShader(program, shader);
+  glDeleteShader(shader);
+  return compiled;
+}
+
+// Nine inputs and more never do.
+bool shouldBuild(const PlanNode& node) {
+  const std::string plain = plainFragment(node.source);
+  if (plain.empty() || node.slots.size() > 8) return false;
+  const GLuint program = glCreateProgram();
+  const bool compiles = attach(program, GL_FRAGMENT_SHADER, plain);
+  glDeleteProgram(program);
+  return compiles;
+}
+
 GLuint build(const PlanNode& node) {
   const GLuint program = glCreateProgram();
-  GLint isBuilt = GL_TRUE;
-  for (const auto& [kind, text] :
-       {std::pair<GLenum, const std::string&>(GL_VERTEX_SHADER, node.vertex),
-        {GL_FRAGMENT_SHADER, node.fragment}}) {
-    const GLuint shader = glCreateShader(kind);
-    const char* source = text.c_str();
-    glShaderSource(shader, 1, &source, nullptr);
-    glCompileShader(shader);
-    GLint compiled = GL_FALSE;
-    glGetShaderiv(shader, GL_COMPILE_STATUS, &compiled);
-    isBuilt = isBuilt && compiled;
-    glAttachShader(program, shader);
-    glDeleteShader(shader);
-  }
+  GLint isBuilt = attach(program, GL_VERTEX_SHADER, node.vertex);
+  isBuilt = attach(program, GL_FRAGMENT_SHADER, node.fragment) && isBuilt;
   if (isBuilt) {
     glLinkProgram(program);
     glGetProgramiv(program, GL_LINK_STATUS, &isBuilt);
@@ -210,12 +221,16 @@ GLuint SecondOpinion::program(const PlanNode& node) {
   return known->second;
 }
 
-bool SecondOpinion::canDraw(const Plan& plan) {
+bool SecondOpinion::canDraw(const Plan& plan, std::string& wronged) {
   const Bracket bracket(*this);
-  return std::all_of(plan.order.begin(), plan.order.end(), [&](int index) {
+  bool canDraw = true;
+  for (const int index : plan.order) {
     const PlanNode& node = plan.nodes[static_cast<std::size_t>(index)];
-    return node.image >= 0 || (!node.fragment.empty() && program(node));
-  });
+    if (node.image >= 0 || (!node.fragment.empty() && program(node))) continue;
+    canDraw = false;
+    if (wronged.empty() && shouldBuild(node)) wronged = node.name;
+  }
+  return canDraw;
 }
 
 void SecondOpinion::drawNode(const Plan& plan, int index, const FrameRequest& request,

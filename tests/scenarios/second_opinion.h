@@ -41,8 +41,9 @@ class SecondOpinion {
   SecondOpinion(const SecondOpinion&) = delete;
   SecondOpinion& operator=(const SecondOpinion&) = delete;
 
-  // Whether every kernel on the way to the output compiles and links.
-  bool canDraw(const Plan& plan);
+  // Whether every kernel on the way to the output compiles and links. The first that does not, but
+  // should, is named in `wronged`.
+  bool canDraw(const Plan& plan, std::string& wronged);
   // Draws and reads the output image back into the world, whose origin says which part; what lies
   // outside the image is left alone.
   void draw(const Plan& plan, const FrameRequest& request, GLint filter, headless::World& output);

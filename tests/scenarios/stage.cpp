@@ -356,7 +356,10 @@ void Stage::compare(Instance& instance, const RenderOptions& options, const Worl
       return;
     }
     expectNone(error, "a frame");
-    if (!opinion_.canDraw(*plan)) return;
+    std::string wronged;
+    const bool canDraw = opinion_.canDraw(*plan, wronged);
+    if (!wronged.empty()) throw Finding{"build", "the shaders of " + wronged + " do not build"};
+    if (!canDraw) return;
     opinion_.draw(*plan, request, GL_LINEAR, expected);
     World unfiltered = before;
     const bool special = hasSpecials(*instance.effect, options, request);
