@@ -5,6 +5,8 @@
 #include "cli/commands.h"
 #include "cli/failure.h"
 #include "cli/progress.h"
+#include "cli/scratch_folder.h"
+#include "cli/utf8_path.h"
 
 namespace vellumtide::cli {
 namespace {
@@ -14,6 +16,7 @@ using Json = nlohmann::ordered_json;
 struct CheckOptions {
   std::vector<std::string> files;
   std::string module;
+  std::string scratch;  // where a child keeps what it needs for a while
   bool json = false;
   bool showProgress = false;
   bool here = false;
@@ -25,7 +28,9 @@ std::string dumped(const Json& json, int indent) {
 }
 
 Json checkInChild(const std::string& file, const CheckOptions& options) {
-  std::vector<std::string> arguments = {"check", "--here"};
+  // A child that crashes or is ended leaves its files behind.
+  const ScratchFolder scratch;
+  std::vector<std::string> arguments = {"check", "--here", "--scratch", utf8(scratch.path())};
   if (!options.module.empty()) arguments.insert(arguments.end(), {"--module", options.module});
   arguments.insert(arguments.end(), {"--", file});
   const ChildResult child = runSelf(arguments, options.limitSeconds);
@@ -36,6 +41,7 @@ Json checkInChild(const std::string& file, const CheckOptions& options) {
 
 void check(const CheckOptions& options) {
   if (options.here) {
+    ScratchFolder::makeIn(pathOf(options.scratch));
     writeOut(dumped(checkProgram(options.files.front(), options.module), -1));
     return;
   }
@@ -78,6 +84,7 @@ void addCheckCommand(CLI::App& app) {
   command->add_flag("--progress", options->showProgress, "report each file even when nobody looks");
   command->add_option("--module", options->module, "the effect module to use");
   command->add_flag("--here", options->here)->group("");
+  command->add_option("--scratch", options->scratch)->group("");
   command->callback([options] { check(*options); });
 }
 

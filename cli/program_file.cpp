@@ -28,7 +28,9 @@ std::string readText(const fs::path& path) {
   const fs::file_status status = fs::status(path, failed);
   if (!fs::exists(status)) fail(path, "there is no such file");
   if (fs::is_directory(status)) fail(path, "is a folder, not a program file");
-  if (fs::is_regular_file(status) && fs::file_size(path, failed) > kLargestFile) {
+  // Like the module, which must not wait for the other end of a pipe.
+  if (!fs::is_regular_file(status)) fail(path, "is a pipe or a device, not a program file");
+  if (fs::file_size(path, failed) > kLargestFile) {
     fail(path, "the file is larger than 64 MiB");
   }
   errno = 0;

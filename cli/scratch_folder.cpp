@@ -13,6 +13,7 @@ namespace {
 
 std::mutex mutex;
 std::set<fs::path> folders;
+fs::path place;  // "" for the system's temporary files
 
 }  // namespace
 
@@ -21,7 +22,7 @@ ScratchFolder::ScratchFolder() {
   do {
     char name[32];
     std::snprintf(name, sizeof name, "vellumtide-%08x%08x", random(), random());
-    path_ = fs::temp_directory_path() / name;
+    path_ = (place.empty() ? fs::temp_directory_path() : place) / name;
   } while (!fs::create_directory(path_));
   fs::permissions(path_, fs::perms::owner_all);
   const std::lock_guard lock(mutex);
@@ -33,6 +34,10 @@ ScratchFolder::~ScratchFolder() {
   fs::remove_all(path_, ignored);
   const std::lock_guard lock(mutex);
   folders.erase(path_);
+}
+
+void ScratchFolder::makeIn(const fs::path& folder) {
+  place = folder;
 }
 
 void ScratchFolder::removeAll() {

@@ -4,7 +4,8 @@
 
 namespace vellumtide::cli {
 
-// An empty folder among the system's temporary files, removed with all it holds.
+// An empty folder among the system's temporary files, or where `makeIn` says, removed with all it
+// holds.
 class ScratchFolder {
  public:
   // Throws filesystem_error when none can be made.
@@ -14,6 +15,10 @@ class ScratchFolder {
   ~ScratchFolder();
 
   const std::filesystem::path& path() const { return path_; }
+
+  // Has this process make its folders in another one: of a parent that removes what is left when
+  // this process crashes. Empty stands for the system's temporary files again.
+  static void makeIn(const std::filesystem::path& folder);
 
   // Removes the folders of all objects there are, for a process that ends without unwinding.
   static void removeAll();

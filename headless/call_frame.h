@@ -2,6 +2,7 @@
 // belong to, and what it has checked out. Internal to this folder.
 #pragma once
 
+#include <deque>
 #include <exception>
 #include <map>
 #include <string>
@@ -21,7 +22,8 @@ class CallFrame {
 
   // The innermost call of this thread, null outside a command.
   static CallFrame* current();
-
+  // The call that this one came from within, null for the outermost.
+  CallFrame* outer() const { return previous_; }
   bool isOutermost() const { return previous_ == nullptr; }
   Host& host() { return host_; }
   HostState& state() { return host_.state(); }
@@ -36,7 +38,12 @@ class CallFrame {
   // The layer a reference stands for, null and a fault when there is none.
   Layer* layerOf(AEGP_LayerH reference, const char* caller);
 
+  // The out-data of the call while it runs, and the sequence data that the host put there last.
+  PF_OutData* out = nullptr;
+  PF_Handle given = nullptr;
+
   std::map<A_long, PF_ParamIndex> paramsOut;  // checked-out parameters by their serial number
+  std::deque<std::string> texts;              // that checked-out parameters point to
 
  private:
   Host& host_;
@@ -66,9 +73,8 @@ PF_Err serve(CallKind kind, const char* name, Body&& body) {
     reportStrayCall(name);
     return PF_Err_INVALID_CALLBACK;
   }
-  if (!frame->host().gate().pass(kind, name)) return kRefused;
   try {
-    return body(*frame);
+    return frame->host().gate().pass(kind, name) ? body(*frame) : kRefused;
   } catch (const std::exception& error) {
     frame->books().fault(std::string(name) + " failed in the host: " + error.what());
     return PF_Err_OUT_OF_MEMORY;
@@ -83,7 +89,11 @@ PF_Err serveGiveBack(CallKind kind, const char* name, Body&& body) {
     reportStrayCall(name);
     return PF_Err_INVALID_CALLBACK;
   }
-  const bool passed = frame->host().gate().pass(kind, name);
+  bool passed = false;
+  serve(kind, name, [&passed](CallFrame&) {
+    passed = true;
+    return PF_Err{PF_Err_NONE};
+  });
   const PF_Err error = body(*frame);
   return passed ? error : kRefused;
 }

@@ -2,6 +2,7 @@
 
 #include <chrono>
 #include <cstdio>
+#include <deque>
 #include <filesystem>
 
 #include "headless/call_frame.h"
@@ -26,12 +27,13 @@ std::string hex(uint32_t value) {
 struct ParamArray {
   std::vector<PF_ParamDef> records;
   std::vector<PF_ParamDef*> pointers;
+  std::deque<std::string> texts;  // of pop-ups, which a command from within may change
 
   ParamArray(Effect& effect, const RenderOptions& frame) {
     for (const Control& control : effect.controls()) {
       records.push_back(paramDefOf(control, frame.downsampleX, frame.downsampleY));
       if (control.type == PF_Param_POPUP) {
-        records.back().u.pd.u.namesptr = control.choicesText.c_str();
+        records.back().u.pd.u.namesptr = texts.emplace_back(control.choicesText).c_str();
       }
     }
     for (PF_ParamDef& record : records)
@@ -159,12 +161,48 @@ PF_InData Host::makeInData(Effect* effect, const RenderOptions& frame) {
   return in;
 }
 
+namespace {
+
+bool replacesSequenceData(PF_Cmd command) {
+  return command >= PF_Cmd_SEQUENCE_SETUP && command <= PF_Cmd_SEQUENCE_SETDOWN;
+}
+
+// What a command under way has put into its out-data is the instance's for a command within it.
+void takeFromOuterCommands(CallFrame& frame, HandleStore& handles) {
+  for (CallFrame* outer = frame.outer(); outer; outer = outer->outer()) {
+    if (outer->effect() != frame.effect() || !outer->out) continue;
+    const PF_Handle held = outer->out->sequence_data;
+    if (!held || handles.isLive(held)) frame.effect()->sequenceData = held;
+    return;
+  }
+}
+
+// The other way round, when the command within it ends.
+void tellOuterCommands(CallFrame& frame, PF_Handle before) {
+  for (CallFrame* outer = frame.outer(); outer; outer = outer->outer()) {
+    if (outer->effect() != frame.effect() || !outer->out) continue;
+    if (outer->out->sequence_data != before) continue;
+    outer->out->sequence_data = outer->given = frame.effect()->sequenceData;
+  }
+}
+
+}  // namespace
+
+bool Host::takesCommands(const Effect& effect) const {
+  for (const CallFrame* frame = CallFrame::current(); frame; frame = frame->outer()) {
+    if (frame->effect() == &effect && replacesSequenceData(frame->command())) return false;
+  }
+  return true;
+}
+
 PF_Err Host::call(PF_Cmd command, Effect* effect, const CallArguments& arguments) {
   CallFrame frame(*this, effect, command, arguments.frame);
+  if (effect) takeFromOuterCommands(frame, handles_);
   PF_InData in = makeInData(effect, frame.options());
   PF_OutData out{};
   out.global_data = in.global_data;
-  out.sequence_data = in.sequence_data;
+  out.sequence_data = frame.given = in.sequence_data;
+  frame.out = &out;
   PF_ParamDef** params = arguments.params;
   std::optional<ParamArray> array;
   if (!params && effect && takesParams(command)) {
@@ -208,8 +246,11 @@ PF_Err Host::call(PF_Cmd command, Effect* effect, const CallArguments& arguments
                out.num_params,
                fieldText(out.return_msg),
                handlesBefore,
-               handles_.liveHandles()};
+               handles_.liveHandles(),
+               frame.given,
+               out.sequence_data != frame.given};
   takeOver(command, effect, out);
+  if (effect) tellOuterCommands(frame, in.sequence_data);
   checkAfter(command, out);
   return error;
 }

@@ -70,6 +70,9 @@ struct CallRecord {
   A_long numParams = 0;
   std::string returnMessage;
   int64_t handlesBefore = 0, handlesAfter = 0;
+  // The sequence data that the instance had, and whether this call itself gave other data.
+  PF_Handle sequenceGiven = nullptr;
+  bool sequenceChanged = false;
 };
 
 struct RenderOptions {
@@ -143,6 +146,15 @@ class Host {
   PF_Err globalSetdown();
   // Closes all instances, sets the module down and reports what it still holds as faults.
   void finish();
+
+  // Commands may come from within a call that the module makes of the host (Gate::onCall,
+  // ScriptEngine::onDialog), as when a host saves or draws while a dialog is open. What they do to
+  // an instance's sequence data stands in the out-data of the outer command from then on, while its
+  // in-data still holds what it was called with. An instance whose own command is under way cannot
+  // be closed, and the module cannot be set down, before that command ends.
+  // Whether a command under way is about to make, replace or end the instance's sequence data; a
+  // host gives it no other command meanwhile, except for trying what the module makes of it.
+  bool takesCommands(const Effect& effect) const;
 
   // Any command with any arguments; effect null for a call without an instance.
   PF_Err call(PF_Cmd command, Effect* effect, const CallArguments& arguments = {});

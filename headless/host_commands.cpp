@@ -1,6 +1,7 @@
 // The commands of a module's life and of its instances.
 #include <cstring>
 #include <stdexcept>
+#include <utility>
 
 #include "headless/call_frame.h"
 #include "headless/host.h"
@@ -66,15 +67,16 @@ PF_Err Host::about(Effect* effect) {
 }
 
 PF_Err Host::flatten(Effect& effect) {
-  const PF_Handle live = effect.sequenceData;
   const PF_Err error = call(PF_Cmd_SEQUENCE_FLATTEN, &effect);
-  if (effect.sequenceData && effect.sequenceData != live) effect.flat = true;
+  if (effect.sequenceData && lastCall_.sequenceChanged) effect.flat = true;
   return error;
 }
 
 PF_Err Host::resetup(Effect& effect) {
+  // Commands from within may flatten what this one makes.
+  const bool wasFlat = std::exchange(effect.flat, false);
   const PF_Err error = call(PF_Cmd_SEQUENCE_RESETUP, &effect);
-  if (error == PF_Err_NONE) effect.flat = false;
+  if (error != PF_Err_NONE && wasFlat) effect.flat = true;
   return error;
 }
 
@@ -94,8 +96,8 @@ Effect& Host::duplicate(Effect& effect) {
 }
 
 PF_Err Host::sequenceSetdown(Effect& effect) {
-  const PF_Handle flat = effect.flat ? effect.sequenceData : nullptr;
   const PF_Err error = call(PF_Cmd_SEQUENCE_SETDOWN, &effect);
+  const PF_Handle flat = effect.flat ? lastCall_.sequenceGiven : nullptr;
   // Flat data is plain bytes that the host owns; a module need not free them.
   if (flat && handles_.isLive(flat)) handles_.release(BlockFamily::kHandle, flat, "the host");
   effect.flat = false;
@@ -103,6 +105,9 @@ PF_Err Host::sequenceSetdown(Effect& effect) {
 }
 
 void Host::closeInstance(Effect& effect) {
+  for (const CallFrame* frame = CallFrame::current(); frame; frame = frame->outer()) {
+    if (frame->effect() == &effect) throw std::logic_error("the instance is in use by a command");
+  }
   if (effect.sequenceData) sequenceSetdown(effect);
   state_->forget(effect);
   effects_.remove_if([&effect](const Effect& other) { return &other == &effect; });

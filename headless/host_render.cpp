@@ -1,4 +1,6 @@
 // A frame: smart pre-render, then smart render into a world of the size that pre-render promised.
+#include <utility>
+
 #include "headless/call_frame.h"
 #include "headless/host.h"
 #include "headless/tables.h"
@@ -57,6 +59,7 @@ std::string faultOf(const PF_PreRenderOutput& output, const PF_LRect& request) {
 // layer pixels that are still out, as the host does at the end of a frame.
 void closePass(Host& host, RenderPass& pass, PF_Cmd command) {
   Books& books = host.books();
+  const std::string outerCommand = books.command();
   books.setCommand(commandName(command));
   for (auto& [id, checkout] : pass.layers) {
     if (checkout.pixelsOut) --books.holdings.pixels;
@@ -79,8 +82,26 @@ void closePass(Host& host, RenderPass& pass, PF_Cmd command) {
     }
     it = state.worldFormats.erase(it);
   }
-  books.setCommand("");
+  books.setCommand(outerCommand);
 }
+
+// Puts a frame in force for as long as the object lives, and then the one around it again.
+class PassScope {
+ public:
+  PassScope(HostState& state, RenderPass* pass)
+      : state_(state), outer_(std::exchange(state.pass, pass)), outerFormats_(state.worldFormats) {}
+  ~PassScope() {
+    state_.pass = outer_;
+    if (outer_) state_.worldFormats.insert(outerFormats_.begin(), outerFormats_.end());
+  }
+  PassScope(const PassScope&) = delete;
+  PassScope& operator=(const PassScope&) = delete;
+
+ private:
+  HostState& state_;
+  RenderPass* outer_;
+  std::map<const void*, PF_PixelFormat> outerFormats_;
+};
 
 }  // namespace
 
@@ -104,7 +125,7 @@ RenderResult Host::render(Effect& effect, const RenderOptions& options) {
   RenderResult result;
   RenderPass pass;
   pass.options = &options;
-  state_->pass = &pass;
+  const PassScope scope(*state_, &pass);
   PF_PreRenderOutput promised{};
   result.error = preRender(effect, options, promised);
   result.preRenderSeconds = lastCall_.seconds;
@@ -138,7 +159,6 @@ RenderResult Host::render(Effect& effect, const RenderOptions& options) {
     }
   }
   closePass(*this, pass, PF_Cmd_SMART_RENDER);
-  state_->pass = nullptr;
   if (promised.delete_pre_render_data_func) {
     CallFrame frame(*this, &effect, PF_Cmd_SMART_RENDER, &options);
     promised.delete_pre_render_data_func(promised.pre_render_data);
@@ -149,12 +169,13 @@ RenderResult Host::render(Effect& effect, const RenderOptions& options) {
 PF_Err Host::plainRender(Effect& effect, const RenderOptions& options) {
   World& input = effect.layer().pixelsFor(options.format, options.downsampleX, options.downsampleY);
   World output(input.width(), input.height(), options.format, {options.outputPadding, 0, 0});
+  RenderPass pass;
+  const PassScope scope(*state_, &pass);
   World* target = options.output ? options.output : &output;
   CallArguments arguments;
   arguments.frame = &options;
   arguments.output = state_->lend(*target);
   const PF_Err error = call(PF_Cmd_RENDER, &effect, arguments);
-  RenderPass pass;
   pass.output = target;
   closePass(*this, pass, PF_Cmd_RENDER);
   return error;

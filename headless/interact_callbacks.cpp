@@ -103,7 +103,7 @@ PF_Err checkoutParam(PF_ProgPtr reference, PF_ParamIndex index, A_long time, A_l
     *param = paramDefOf(control, options.downsampleX, options.downsampleY);
     if (control.type == PF_Param_LAYER) fillLayer(frame, control, *param);
     if (control.type == PF_Param_POPUP) {
-      param->u.pd.u.namesptr = effect->control(index).choicesText.c_str();
+      param->u.pd.u.namesptr = frame.texts.emplace_back(effect->control(index).choicesText).c_str();
     }
     param->unused = frame.state().nextCheckout++;
     frame.paramsOut[param->unused] = index;

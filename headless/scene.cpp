@@ -11,6 +11,8 @@ namespace {
 bool same(PF_RationalScale a, PF_RationalScale b) {
   return a.num == b.num && a.den == b.den;
 }
+constexpr std::size_t kDerivedKept = 3;
+
 bool isFull(PF_RationalScale scale) {
   return scale.num == static_cast<A_long>(scale.den);
 }
@@ -24,21 +26,23 @@ Layer::Layer(Composition& comp, AEGP_LayerIDVal id, std::string name, World pixe
 
 void Layer::setPixels(World pixels) {
   pixels_ = std::move(pixels);
-  derived_.reset();
+  derived_.clear();
 }
 
 World& Layer::pixelsFor(PF_PixelFormat format, PF_RationalScale downsampleX,
                         PF_RationalScale downsampleY) {
   const bool full = isFull(downsampleX) && isFull(downsampleY);
   if (full && format == pixels_.format()) return pixels_;
-  if (derived_ && derived_->format == format && same(derived_->x, downsampleX) &&
-      same(derived_->y, downsampleY)) {
-    return derived_->world;
+  for (Derived& known : derived_) {
+    if (known.format == format && same(known.x, downsampleX) && same(known.y, downsampleY)) {
+      return known.world;
+    }
   }
   World world = full ? convertWorld(pixels_, format)
                      : downsampleWorld(convertWorld(pixels_, format), downsampleX, downsampleY);
-  derived_ = Derived{format, downsampleX, downsampleY, std::move(world)};
-  return derived_->world;
+  if (derived_.size() == kDerivedKept) derived_.pop_back();
+  derived_.push_front({format, downsampleX, downsampleY, std::move(world)});
+  return derived_.front().world;
 }
 
 PF_RationalScale Layer::pixelAspect() const {

@@ -37,7 +37,8 @@ class Layer {
   void setPixels(World pixels);
   int width() const { return pixels_.width(); }
   int height() const { return pixels_.height(); }
-  // The pixels as a render at that format and resolution gets them; kept until asked differently.
+  // The pixels as a render at that format and resolution gets them. The last few that were asked
+  // for are kept, so that a frame from within another leaves it its own.
   World& pixelsFor(PF_PixelFormat format, PF_RationalScale downsampleX,
                    PF_RationalScale downsampleY);
 
@@ -62,7 +63,7 @@ class Layer {
     PF_RationalScale x, y;
     World world;
   };
-  std::optional<Derived> derived_;
+  std::list<Derived> derived_;  // the newest first
 };
 
 class Composition {

@@ -2,6 +2,7 @@
 // that make and end it.
 #pragma once
 
+#include <cstdint>
 #include <string>
 #include <vector>
 
@@ -43,7 +44,8 @@ class GlobalData : public aeBase {
   const char* glslVersion = nullptr;
   std::string errorLog;
   std::vector<PF_Handle> liveSequences;  // in no particular order
-  bool splashWritten = false;            // the about box has written its image once
+  std::uint64_t sequencesMade = 0;
+  bool splashWritten = false;  // the about box has written its image once
 
   void readDriverStrings();
 

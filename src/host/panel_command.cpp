@@ -8,13 +8,16 @@ namespace vellumtide {
 
 PF_Err updateParamsUi(PF_InData* in_data, PF_ParamDef* controls[]) {
   GlobalData* globalData = GlobalData::of(in_data);
-  SequenceData* sequence = SequenceData::live(in_data->sequence_data);
+  const SequenceRef instance(in_data->sequence_data);
+  SequenceData* sequence = instance.find();
   if (!globalData || !sequence) return PF_Err_NONE;
   const pbGraph* program = globalData->usableProgram(sequence->path);
   if (const PF_Err error = updatePanel(in_data, controls, program)) return error;
-  if (!program || !sequence->freshFlag) return PF_Err_NONE;
+  sequence = instance.find();
+  if (!program || !sequence || !sequence->freshFlag) return PF_Err_NONE;
   const PF_Err error = adoptDefaults(in_data, *program);
-  if (!error) sequence->freshFlag = false;
+  sequence = instance.find();
+  if (!error && sequence) sequence->freshFlag = false;
   return error;
 }
 

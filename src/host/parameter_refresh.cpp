@@ -1,5 +1,7 @@
 #include "host/parameter_refresh.h"
 
+#include <vector>
+
 #include "params/slot_assignment.h"
 
 namespace vellumtide {
@@ -69,6 +71,17 @@ void refreshParameterValue(ParameterCheckout& holder, pbGraphParameter& record) 
       break;
   }
   record.value = value;
+}
+
+void refreshParameterValues(ParameterCheckout& holder, pbGraph& program) {
+  std::vector<ValueCells> values;
+  values.reserve(program.parameters.size());
+  for (const auto& record : program.parameters) {
+    refreshParameterValue(holder, *record);
+    values.push_back(record->value);
+  }
+  for (std::size_t i = 0; i < values.size(); ++i)
+    program.parameters[i]->value = values[i];
 }
 
 }  // namespace vellumtide

@@ -83,9 +83,9 @@ bool loadProgram(GlobalData& globalData, PF_InData* inData, const std::string& p
 
   pbGraph& program = *built;
   globalData.programCache.addProgram(path, std::move(built));
+  assignHostSlots(program);
   show(isGraph ? "Graph has been loaded from file:" : "Kernel has been loaded from file:",
        program.name);
-  assignHostSlots(program);
   describeProgram(program);
   return true;
 }

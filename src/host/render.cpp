@@ -147,8 +147,7 @@ void drawFrame(PF_InData* in_data, pbGraph& program, const FrameBuffers& buffers
   addLayerInputs(in_data, program, format, context, layerHolders);
 
   ParameterCheckout controls(in_data);
-  for (const auto& record : program.parameters)
-    refreshParameterValue(controls, *record);
+  refreshParameterValues(controls, program);
 
   const ProgramReset reset(program);
   program.evaluate(context);

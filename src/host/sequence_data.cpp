@@ -74,10 +74,33 @@ SequenceData* unflatten(PF_InData* in_data, PF_Handle flat) {
   return sequence.release();
 }
 
+// What a command gave to the host must not stay with it once a command within has ended it.
+void takeBackWhenGone(const SequenceRef& made, PF_Handle handle, PF_OutData* out_data) {
+  if (!made.find() && out_data->sequence_data == handle) out_data->sequence_data = nullptr;
+}
+
+// Has the instance run the program that the layer's first marker names.
+void adoptMarker(PF_InData* in_data, const SequenceRef& instance) {
+  const std::optional<std::string> comment = firstMarkerComment(in_data);
+  SequenceData* sequence = instance.find();
+  if (!sequence || !comment || !namesProgram(*comment)) return;
+  sequence->path = *comment;
+  tryLoad(in_data, *comment, true);
+  if ((sequence = instance.find())) sequence->hasProgram = true;
+}
+
+// Has the instance run its saved program, wherever that is now.
+void adoptSavedPath(PF_InData* in_data, const SequenceRef& instance, std::string path) {
+  relocate(in_data, path);
+  if (SequenceData* sequence = instance.find()) sequence->path = path;
+  tryLoad(in_data, path, false);
+}
+
 }  // namespace
 
 SequenceData::SequenceData() {
   if (GlobalData* globalData = GlobalData::current()) {
+    serial = ++globalData->sequencesMade;
     globalData->liveSequences.push_back(handle());
   }
 }
@@ -100,16 +123,22 @@ SequenceData* SequenceData::live(PF_Handle handle) {
   return static_cast<SequenceData*>(hostMemoryOfHandle(handle));
 }
 
+SequenceRef::SequenceRef(PF_Handle handle) : handle_(handle) {
+  if (const SequenceData* sequence = SequenceData::live(handle)) serial_ = sequence->serial;
+}
+
+SequenceData* SequenceRef::find() const {
+  SequenceData* sequence = SequenceData::live(handle_);
+  return sequence && sequence->serial == serial_ ? sequence : nullptr;
+}
+
 PF_Err sequenceSetup(PF_InData* in_data, PF_OutData* out_data) {
   auto* sequence = new SequenceData;
   if (!sequence) return PF_Err_OUT_OF_MEMORY;
-  out_data->sequence_data = sequence->handle();
-  const std::optional<std::string> comment = firstMarkerComment(in_data);
-  if (comment && namesProgram(*comment)) {
-    sequence->path = *comment;
-    tryLoad(in_data, sequence->path, true);
-    sequence->hasProgram = true;
-  }
+  const PF_Handle handle = out_data->sequence_data = sequence->handle();
+  const SequenceRef instance(handle);
+  adoptMarker(in_data, instance);
+  takeBackWhenGone(instance, handle, out_data);
   return PF_Err_NONE;
 }
 
@@ -127,10 +156,10 @@ PF_Err sequenceResetup(PF_InData* in_data, PF_OutData* out_data) {
   SequenceData* sequence = unflatten(in_data, in_data->sequence_data);
   if (!sequence) return PF_Err_INTERNAL_STRUCT_DAMAGED;
   if (out_data->sequence_data) in_data->utils->host_dispose_handle(out_data->sequence_data);
-  out_data->sequence_data = sequence->handle();
-
-  relocate(in_data, sequence->path);
-  tryLoad(in_data, sequence->path, false);
+  const PF_Handle handle = out_data->sequence_data = sequence->handle();
+  const SequenceRef instance(handle);
+  adoptSavedPath(in_data, instance, sequence->path);
+  takeBackWhenGone(instance, handle, out_data);
   return result();
 }
 

@@ -1,6 +1,7 @@
 // What one effect instance remembers: which program it runs.
 #pragma once
 
+#include <cstdint>
 #include <string>
 
 #include "core/ae_base.h"
@@ -25,6 +26,21 @@ class SequenceData : public aeBase {
   bool unused = false;
   bool freshFlag = true;  // the controls have not taken a program's defaults yet
   std::string label;
+  std::uint64_t serial = 0;  // no two objects of a run have the same
+};
+
+// An instance's live data, to be found anew after every call of the host that lets it run other
+// commands: one of them may have flattened the data or set the instance down.
+class SequenceRef {
+ public:
+  explicit SequenceRef(PF_Handle handle);
+
+  // Null once the data is gone, also when other data lies in its place.
+  SequenceData* find() const;
+
+ private:
+  PF_Handle handle_;
+  std::uint64_t serial_ = 0;
 };
 
 PF_Err sequenceSetup(PF_InData* in_data, PF_OutData* out_data);

@@ -27,14 +27,13 @@ PF_Err showInformation(PF_InData* in_data, InformationHost& instance, std::strin
     return exportErrorLog(in_data, errorLog, driver);
   }
   // A file that was found before and one that never was are asked for by the same name.
-  const std::string lostName = HostFile(instance.path()).getName().str();
+  const std::string path = instance.path();
+  const std::string lostName(_JST::nameOf(path));
   const std::string prompt =
       lostName.empty() ? "Select Pixel Bender file" : "Where is " + lostName + "?";
   std::string chosen;
   if (!openFileDialog(in_data, prompt, "pbk or pbg:*.pbk;*.pbg;", chosen)) return PF_Err_NONE;
-  if (!instance.load(chosen)) return PF_Err_NONE;
-  instance.adopt(chosen);
-  if (!lostName.empty()) instance.repairOthers(lostName, chosen);
+  if (instance.load(chosen)) instance.adopt(chosen, lostName);
   return PF_Err_NONE;
 }
 

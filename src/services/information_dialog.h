@@ -18,10 +18,10 @@ struct InformationHost {
   virtual std::string path() = 0;
   // Loads the program at a path and tells the user what became of it. False without a usable one.
   virtual bool load(const std::string& path) = 0;
-  // Makes a loaded path the instance's own and has its controls refreshed.
-  virtual void adopt(const std::string& path) = 0;
-  // Does the same for every other instance that lost a file of this name.
-  virtual void repairOthers(const std::string& fileName, const std::string& path) = 0;
+  // Makes a loaded path the instance's own and that of every other instance that lost a file of
+  // the name `lostName` ("" for none), and has the host save and show what changed. Nothing happens
+  // when the instance is gone by now.
+  virtual void adopt(const std::string& path, const std::string& lostName) = 0;
 };
 
 // Always 0.

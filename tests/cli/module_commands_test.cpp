@@ -44,8 +44,11 @@ TEST_F(ModuleCommands, ACrashIsTheResultOfItsProgram) {
   } kCases[] = {{MISBEHAVING_MODULES "/crashing_module.so", "ended by signal"},
                 {MISBEHAVING_MODULES "/hanging_module.so", "took longer than 1 second"}};
   for (const auto& [module, message] : kCases) {
-    const Outcome outcome = run("check good.pbk --limit 1 --module " + std::string(module));
+    std::filesystem::create_directory(file("tmp"));
+    const Outcome outcome =
+        run("check good.pbk --limit 1 --module " + std::string(module), "TMPDIR=tmp");
     EXPECT_EQ(outcome.status, 3);
+    EXPECT_TRUE(std::filesystem::is_empty(file("tmp"))) << "what the child left behind";
     EXPECT_NE(outcome.out.find(message), std::string::npos) << outcome.out;
   }
 }

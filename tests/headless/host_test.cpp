@@ -112,6 +112,82 @@ TEST(Host, CommandsMayComeWhileADialogIsOpen) {
   EXPECT_EQ(host.books().faultCount(), 1u) << host.books().faultText();
 }
 
+// From within each call of a frame the host runs another command; the frame and the books stay
+// right.
+TEST(Host, CommandsMayComeFromWithinAnyCall) {
+  const struct {
+    const char* name;
+    std::function<void(Host&, Effect&)> run;
+    bool endsInstance = false;
+  } inner[] = {
+      {"frame of another depth and part",
+       [](Host& host, Effect& effect) {
+         const RenderOptions other{.format = PF_PixelFormat_ARGB64,
+                                   .request = PF_LRect{1, 1, 9, 7}};
+         const RenderResult frame = host.render(effect, other);
+         EXPECT_EQ(frame.error, 0);
+         EXPECT_EQ(frame.output->width(), 8);
+       }},
+      {"plain render", [](Host& host, Effect& effect) { EXPECT_EQ(host.plainRender(effect), 0); }},
+      {"panel update",
+       [](Host& host, Effect& effect) { EXPECT_EQ(host.updateParamsUi(effect), 0); }},
+      {"save", [](Host& host, Effect& effect) { EXPECT_EQ(host.save(effect).size(), 100u); }},
+      {"duplicate", [](Host& host, Effect& effect) { host.closeInstance(host.duplicate(effect)); }},
+      {"flatten",
+       [](Host& host, Effect& effect) { EXPECT_TRUE(!host.flatten(effect) && effect.flat); }, true},
+      {"set-down", [](Host& host, Effect& effect) { EXPECT_EQ(host.sequenceSetdown(effect), 0); },
+       true},
+  };
+  for (const auto& command : inner) {
+    SubjectHost subject;
+    Host& host = subject.host;
+    for (uint64_t n = 1;; ++n) {
+      SCOPED_TRACE(std::string(command.name) + ", call " + std::to_string(n));
+      Effect* effect = subject.effect;
+      if (command.endsInstance) effect = &host.newInstance(subject.layer);
+      const uint64_t before = host.gate().visits();
+      host.gate().onNth(n, [&](CallKind, const char*) {
+        EXPECT_TRUE(host.takesCommands(*effect));
+        command.run(host, *effect);
+      });
+      effect->setNumber(4, 3);
+      const RenderResult frame = host.render(*effect);
+      host.gate().onCall("", {});
+      ASSERT_EQ(frame.error, 0);
+      EXPECT_EQ(effect->flat,
+                command.name == std::string("flatten") && host.gate().visits() > before);
+      expectRaised(*frame.output, subject.layer.pixels(), 3);
+      if (HasFailure()) return;
+      if (command.endsInstance) host.closeInstance(*effect);
+      if (host.gate().visits() == before) break;
+    }
+    EXPECT_GE(host.gate().visits(), 8u);
+    host.finish();
+    EXPECT_EQ(host.books().faultText(), "") << command.name;
+  }
+}
+
+TEST(Host, VisitsCallsByNameAndGuardsTheInstanceMeanwhile) {
+  SubjectHost subject("confirm('go?', false)");
+  Host& host = subject.host;
+  std::vector<std::string> visited;
+  host.gate().onCall("AEGP_ExecuteScript", [&](CallKind kind, const char* name) {
+    visited.push_back(std::string(callKindName(kind)) + ": " + name);
+    host.doDialog(*subject.effect);  // its own script is not visited
+    host.closeInstance(*subject.effect);
+  });
+  host.doDialog(*subject.effect);
+  host.gate().onCall("", {});
+  EXPECT_EQ(visited, std::vector<std::string>{"suite call: AEGP_ExecuteScript"});
+  EXPECT_TRUE(host.books().hasFault("the instance is in use by a command"));
+  EXPECT_EQ(host.books().faultCount(), 1u) << host.books().faultText();
+  bool taken = true;
+  host.gate().onNth(1, [&](CallKind, const char*) { taken = host.takesCommands(*subject.effect); });
+  host.flatten(*subject.effect);
+  EXPECT_FALSE(taken);
+  EXPECT_TRUE(host.takesCommands(*subject.effect));
+}
+
 TEST(Host, RefusesAnyOneCallback) {
   SubjectHost subject;
   Gate& gate = subject.host.gate();

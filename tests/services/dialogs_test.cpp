@@ -1,3 +1,5 @@
+#include <utility>
+
 #include "services/about_box.h"
 #include "services/information_dialog.h"
 #include "services/splash.h"
@@ -62,6 +64,37 @@ TEST(ErrorLog, IsClearedOnlyByAWholeExport) {
   EXPECT_EQ(room.host.infoPanel()[1].lines, kNoLog);
 }
 
+// Messages that come while a dialog of the export is open are neither lost nor written over.
+TEST(ErrorLog, KeepsWhatArrivesDuringTheExport) {
+  const ScratchFolder scratch;
+  RoomHost room;
+  auto& scripts = room.host.scripts();
+  std::string log = "first\n";
+  const auto exportIt = [&](PF_InData* in) { exportErrorLog(in, log, kDriver); };
+  scripts.onDialog = [&](const DialogRecord& dialog) {
+    if (dialog.kind == DialogRecord::Kind::kSelectFolder) log += "second\n";
+    if (dialog.title == "Log file has exported ") log += "third\n";
+  };
+  scripts.confirmAnswers = {true};
+  scripts.folderAnswers = {scratch.path("")};
+  room.run(exportIt);
+  const std::string head = "Win64bit\nvendor : V\nversion : -\nglsl : 1.20\n";
+  EXPECT_EQ(scratch.get("Vellumtide_error_log.txt"), head + "first\nsecond\n");
+  EXPECT_EQ(log, "third\n");
+
+  // While the user chooses a folder, the about box exports the log into the same one.
+  bool inside = false;
+  scripts.onDialog = [&](const DialogRecord& dialog) {
+    if (dialog.kind != DialogRecord::Kind::kSelectFolder || std::exchange(inside, true)) return;
+    exportIt(currentInData());
+  };
+  scripts.confirmAnswers = {true, true};
+  scripts.folderAnswers = {scratch.path(""), scratch.path("")};
+  room.run(exportIt);
+  EXPECT_EQ(scratch.get("Vellumtide_error_log.txt"), head + "third\n");
+  EXPECT_EQ(room.host.infoPanel().back().lines, kNoLog);
+}
+
 struct Instance : InformationHost {
   std::optional<std::string> text;
   std::string stored, did;
@@ -70,9 +103,8 @@ struct Instance : InformationHost {
   std::optional<std::string> information() override { return text; }
   std::string path() override { return stored; }
   bool load(const std::string& path) override { return (did += "load " + path + ";", loads); }
-  void adopt(const std::string& path) override { did += "adopt " + path + ";"; }
-  void repairOthers(const std::string& name, const std::string& path) override {
-    did += "repair " + name + " " + path + ";";
+  void adopt(const std::string& path, const std::string& lostName) override {
+    did += "adopt " + path + " for '" + lostName + "';";
   }
 };
 
@@ -83,18 +115,19 @@ TEST(InformationDialog, ShowsTheProgramOrAsksForItsFile) {
     const char *stored, *chosen;
     bool loads;
     std::string shown, did;
-  } cases[] = {{std::string(300, 'a'), "/a.pbk", "", true, std::string(255, 'a'), ""},
-               {accents, "/a.pbk", "", true, accents.substr(0, 255), ""},
-               {accents.substr(1) + "z", "/a.pbk", "", true, accents.substr(1, 254), ""},
-               {{}, "", "/n.pbk", true, "Select Pixel Bender file", "load /n.pbk;adopt /n.pbk;"},
-               {{},
-                "D:\\old\\fx.pbg",
-                "/fx.pbg",
-                true,
-                "Where is fx.pbg?",
-                "load /fx.pbg;adopt /fx.pbg;repair fx.pbg /fx.pbg;"},
-               {{}, "/a/b.pbk", "", true, "Where is b.pbk?", ""},
-               {{}, "/a/b.pbk", "/c.pbk", false, "Where is b.pbk?", "load /c.pbk;"}};
+  } cases[] = {
+      {std::string(300, 'a'), "/a.pbk", "", true, std::string(255, 'a'), ""},
+      {accents, "/a.pbk", "", true, accents.substr(0, 255), ""},
+      {accents.substr(1) + "z", "/a.pbk", "", true, accents.substr(1, 254), ""},
+      {{}, "", "/n.pbk", true, "Select Pixel Bender file", "load /n.pbk;adopt /n.pbk for '';"},
+      {{},
+       "D:\\old\\fx.pbg",
+       "/fx.pbg",
+       true,
+       "Where is fx.pbg?",
+       "load /fx.pbg;adopt /fx.pbg for 'fx.pbg';"},
+      {{}, "/a/b.pbk", "", true, "Where is b.pbk?", ""},
+      {{}, "/a/b.pbk", "/c.pbk", false, "Where is b.pbk?", "load /c.pbk;"}};
   for (const auto& c : cases) {
     RoomHost room;
     auto& scripts = room.host.scripts();

@@ -1,5 +1,9 @@
 #include <gtest/gtest.h>
 
+#ifdef _WIN32
+#include <windows.h>
+#endif
+
 #include <algorithm>
 #include <memory>
 
@@ -64,10 +68,23 @@ TEST(JstFile, RefusesWhatIsNoFile) {
   refused.insert(refused.end(), {scratch.path("pipe"), scratch.path("loop")});
   EXPECT_FALSE(File(scratch.path("loop")).exists());
 #endif
+#ifdef _WIN32
+  const HANDLE pipe =
+      CreateNamedPipeA("\\\\.\\pipe\\vellumtide_jst_test", PIPE_ACCESS_DUPLEX, PIPE_TYPE_BYTE,
+                       PIPE_UNLIMITED_INSTANCES, 16, 16, 0, nullptr);
+  ASSERT_NE(pipe, INVALID_HANDLE_VALUE);
+  refused.insert(refused.end(), {"\\\\.\\pipe\\vellumtide_jst_test", "NUL", "CONIN$"});
+#endif
   for (const std::string& path : refused) {
     for (const char mode : {'r', 'w', 'e', 'a'})
       EXPECT_FALSE(File(path).open(mode)) << path;
   }
+#ifdef _WIN32
+  CloseHandle(pipe);
+#else
+  fs::create_symlink("/dev/zero", scratch.path("device"));
+  EXPECT_FALSE(File(scratch.path("device")).open('r') || File(scratch.path("device")).open('e'));
+#endif
 }
 
 TEST(JstFolder, ListsFilesAndFoldersApart) {

@@ -9,6 +9,11 @@
 
 namespace vellumtide::_JST {
 
+// What lies behind the last slash or back-slash of a path.
+inline std::string_view nameOf(std::string_view path) {
+  return path.substr(path.find_last_of("/\\") + 1);
+}
+
 template <class Allocator>
 class _FileSys : public Object {
  public:
@@ -20,8 +25,7 @@ class _FileSys : public Object {
   // Whether anything is at the path, of either kind. False for an empty path.
   bool exists() const { return !path_.empty() && pathExists(path_); }
 
-  // What lies behind the last slash or back-slash.
-  Text getName() const { return path_.view().substr(path_.view().find_last_of("/\\") + 1); }
+  Text getName() const { return nameOf(path_); }
 
  protected:
   _FileSys(std::string_view path, EntryKind kind) : path_(path), kind_(kind) {}

@@ -1,5 +1,8 @@
+#include <fcntl.h>
+#include <io.h>
 #include <windows.h>
 
+#include <cstdint>
 #include <memory>
 
 #include "core/utf.h"
@@ -21,6 +24,32 @@ std::string narrowName(const wchar_t* name) {
   return toUtf8(std::u16string(wide.begin(), wide.end()));
 }
 
+struct CloseHandleOf {
+  using pointer = HANDLE;
+  void operator()(HANDLE handle) const { CloseHandle(handle); }
+};
+using OwnedHandle = std::unique_ptr<HANDLE, CloseHandleOf>;
+
+struct Opening {
+  DWORD access;
+  DWORD creation;
+  int streamFlags;
+};
+
+Opening openingOf(std::string_view mode) {
+  if (mode.front() == 'w') return {GENERIC_WRITE, CREATE_ALWAYS, 0};
+  if (mode.front() == 'a') return {GENERIC_WRITE, OPEN_ALWAYS, _O_APPEND};
+  if (mode.find('+') == mode.npos) return {GENERIC_READ, OPEN_EXISTING, _O_RDONLY};
+  return {GENERIC_READ | GENERIC_WRITE, OPEN_EXISTING, _O_RDWR};
+}
+
+// Pipes and consoles have another type than disks, and volumes have no file information.
+bool isRegularFile(HANDLE file) {
+  BY_HANDLE_FILE_INFORMATION known;
+  return GetFileType(file) == FILE_TYPE_DISK && GetFileInformationByHandle(file, &known) &&
+         !(known.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY);
+}
+
 struct CloseFind {
   using pointer = HANDLE;
   void operator()(HANDLE find) const { FindClose(find); }
@@ -36,8 +65,21 @@ bool pathExists(std::string_view path) {
 std::FILE* openStream(std::string_view path, const char* mode) {
   const std::wstring wide = widePath(path);
   if (wide.empty()) return nullptr;
-  const std::string_view narrow = mode;
-  return _wfopen(wide.c_str(), std::wstring(narrow.begin(), narrow.end()).c_str());
+  const Opening opening = openingOf(mode);
+  // A pipe's other end must not act in the user's name.
+  constexpr DWORD kFlags = FILE_ATTRIBUTE_NORMAL | SECURITY_SQOS_PRESENT | SECURITY_IDENTIFICATION;
+  const HANDLE made = CreateFileW(wide.c_str(), opening.access, FILE_SHARE_READ | FILE_SHARE_WRITE,
+                                  nullptr, opening.creation, kFlags, nullptr);
+  if (made == INVALID_HANDLE_VALUE) return nullptr;
+  OwnedHandle file(made);
+  if (!isRegularFile(made)) return nullptr;
+  const int descriptor =
+      _open_osfhandle(reinterpret_cast<std::intptr_t>(made), opening.streamFlags);
+  if (descriptor < 0) return nullptr;
+  file.release();
+  std::FILE* stream = _fdopen(descriptor, mode);
+  if (!stream) _close(descriptor);
+  return stream;
 }
 
 bool eraseFile(std::string_view path) {
