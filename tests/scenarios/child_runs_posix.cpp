@@ -23,7 +23,7 @@ namespace {
 
 // A step's processor time, far above what any takes on a slow machine, and what it may need of
 // memory beyond what was there; the files of a scenario are below a few MiB.
-constexpr int kStepSeconds = 60;
+constexpr int kStepSeconds = 20;
 constexpr long kStepMemory = 512L << 10;  // KiB
 
 long memoryLine(const char* name) {

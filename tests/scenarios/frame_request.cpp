@@ -108,7 +108,8 @@ ValueCells valueOf(const Effect& effect, const RenderOptions& options, const Pla
 
 FramePlaces placesOf(Effect& effect, const RenderOptions& options) {
   const PF_LRect whole = pixelsOf(effect.layer(), options).rect();
-  const PF_LRect input = overlap({0, 0, effect.layer().width(), effect.layer().height()}, whole);
+  const PF_LRect asked{0, 0, effect.layer().width(), effect.layer().height()};
+  const PF_LRect input = options.wholeLayers ? whole : overlap(asked, whole);
   return {input, overlap(input, options.request.value_or(whole))};
 }
 

@@ -75,6 +75,7 @@ class LifeWriter {
       more({"request",
             number(-4, 8) + "," + number(-4, 8) + "," + number(1, 40) + "," + number(1, 40)});
     if (dice_.oneIn(3)) more({"padding", number(0, 5)});
+    if (dice_.oneIn(6)) more({"whole"});
     if (dice_.oneIn(3)) more({"time", number(0, 9)});
     add(step);
   }
@@ -89,6 +90,10 @@ class LifeWriter {
   }
 
   void trouble() {
+    if (dice_.oneIn(3)) {
+      const std::string what = dice_.pick(Words{"panel", "render", "flatten", "about", "save"});
+      return add({"visit", number(1, dice_.oneIn(2) ? 12 : 200), what, anInstance()});
+    }
     if (dice_.oneIn(2)) return add({"refuse", number(1, dice_.oneIn(2) ? 12 : 300)});
     add({"busy", dice_.pick(Words{"1", "2", "1000000"})});
   }

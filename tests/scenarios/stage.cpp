@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cstdlib>
 #include <filesystem>
+#include <utility>
 
 #include "tests/scenarios/comparison.h"
 #include "tests/scenarios/driver_faults.h"
@@ -53,8 +54,14 @@ bool isAdopted(const std::string& path) {
   return end == "pbk" || end == "PBK" || end == "pbg" || end == "PBG";
 }
 
+// The module joins what it finds with back-slashes on every system.
+std::string withSlashes(std::string path) {
+  std::replace(path.begin(), path.end(), '\\', '/');
+  return path;
+}
+
 std::string fileNameOf(const std::string& path) {
-  return path.substr(path.rfind('/') + 1);
+  return path.substr(path.find_last_of("/\\") + 1);
 }
 
 // The path in saved data, of the present layout or the old one.
@@ -117,14 +124,32 @@ void Stage::playStep(const Step& words) {
   if (words[0] == "restart") return restart();
   Gate& gate = host_->gate();
   gate.refuseNth(static_cast<std::uint64_t>(trouble_.refuse));
+  gate.onNth(static_cast<std::uint64_t>(trouble_.visit),
+             [this](CallKind, const char*) { visit(); });
   refuseDevice(trouble_.busy);
-  disturbed_ = trouble_.refuse > 0 || trouble_.busy > 0;
+  disturbed_ = trouble_.refuse > 0 || trouble_.busy > 0 || trouble_.visit > 0;
   act(words);
   gate.refuseNth(0);
+  gate.onNth(0, {});
   refuseDevice(0);
   trouble_ = {};
+  if (visited_) throw *std::exchange(visited_, std::nullopt);
   if (disturbed_) settle();
   disturbed_ = false;
+}
+
+// A step within a call of the module, for an instance that the host may give commands to.
+void Stage::visit() {
+  const auto found = instances_.find(trouble_.visitor[1]);
+  if (found == instances_.end() || found->second.effect->flat ||
+      !host_->takesCommands(*found->second.effect)) {
+    return;
+  }
+  try {
+    act(trouble_.visitor);
+  } catch (const Finding& finding) {
+    visited_ = finding;  // must not pass through the module
+  }
 }
 
 void Stage::openHost() {
@@ -140,6 +165,10 @@ void Stage::openHost() {
 void Stage::trouble(const Step& words) {
   if (words[0] == "refuse") trouble_.refuse = number(words, 1);
   if (words[0] == "busy") trouble_.busy = number(words, 1);
+  if (words[0] == "visit" && words.size() > 3) {
+    trouble_.visit = number(words, 1);
+    trouble_.visitor.assign(words.begin() + 2, words.end());
+  }
 }
 
 void Stage::checkBooks() {
@@ -176,6 +205,7 @@ void Stage::followPath(Instance& instance) {
   const std::vector<std::uint8_t> data = host_->save(*instance.effect);
   if (data.size() < 9) throw Finding{"save", "an instance cannot be saved"};
   instance.path = pathOf(data);
+  instance.isFresh = data[4] % 2 != 0;
   load(instance.path);
 }
 
@@ -186,8 +216,9 @@ const Plan* Stage::known(const std::string& path) const {
 
 const Plan* Stage::load(const std::string& path) {
   if (const Plan* plan = known(path)) return plan;
-  if (!std::filesystem::is_regular_file(testing::utf8Path(path))) return nullptr;
-  std::ifstream file(testing::utf8Path(path), std::ios::binary);
+  const std::filesystem::path name = testing::utf8Path(withSlashes(path));
+  if (!std::filesystem::is_regular_file(name)) return nullptr;
+  std::ifstream file(name, std::ios::binary);
   const std::string text(std::istreambuf_iterator<char>(file), {});
   std::optional<Plan> plan = planOf(path, text);
   return plan ? &known_.emplace(path, std::move(*plan)).first->second : nullptr;
@@ -220,7 +251,8 @@ void Stage::act(const Step& words) {
     return;
   }
   if (effect.flat) return;
-  if (what == "panel") expectNone(host_->updateParamsUi(effect), "the panel's update");
+  if (what == "panel") panel(instance);
+  if (what == "save") host_->save(effect);
   if (what == "flatten") expectNone(host_->flatten(effect), "flatten");
   if (what == "about") expectNone(host_->about(&effect), "the about box");
   if (what == "dialog") dialog(instance, word(words, 2));
@@ -271,7 +303,7 @@ void Stage::openInstance(const Step& words) {
 }
 
 void Stage::add(const std::string& name, Effect& effect, const std::string& path) {
-  instances_[name] = {&effect, path};
+  instances_[name] = {&effect, path, true};
   if (!disturbed_) load(path);
 }
 
@@ -303,6 +335,15 @@ void Stage::setControl(Instance& instance, const Step& words) {
   }
 }
 
+// The first update with a program gives a fresh instance its defaults, and the next one leaves the
+// values to the user.
+void Stage::panel(Instance& instance) {
+  expectNone(host_->updateParamsUi(*instance.effect), "the panel's update");
+  if (disturbed_ || !known(instance.path) || !instance.isFresh) return;
+  followPath(instance);
+  if (instance.isFresh) throw Finding{"fresh", "an instance stays fresh"};
+}
+
 void Stage::dialog(Instance& instance, const std::string& file) {
   const bool asks = !known(instance.path);
   const std::string lost = fileNameOf(instance.path), chosen = folder_.path(file);
@@ -324,6 +365,7 @@ void Stage::render(Instance& instance, const Step& words) {
   options.format = pixelFormatOfDepth(depth == 16 || depth == 32 ? depth : 8);
   options.downsampleX = scaleOf(after(words, "scale"));
   options.downsampleY = scaleOf(after(words, "scale", 2));
+  options.wholeLayers = std::find(words.begin(), words.end(), "whole") != words.end();
   options.time = std::atoi(after(words, "time").c_str());
   const std::string request = after(words, "request");
   if (!request.empty()) {

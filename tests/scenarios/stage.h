@@ -6,8 +6,8 @@
 //   new E LAYER FILE            an instance whose layer's marker names the file
 //   open E LAYER FILE [flaw KIND SEED]            from saved data; KIND cut, garbled or old
 //   panel E | set E N V... | key E N TIME V | choose E N LAYER     N counts the panel's controls
-//   render E [depth D] [scale N/D N/D] [request L,T,R,B] [time T] [padding PIXELS]
-//   dialog E FILE | about E | duplicate E NEW | flatten E | resetup E | close E
+//   render E [depth D] [scale N/D N/D] [request L,T,R,B] [time T] [padding PIXELS] [whole]
+//   dialog E FILE | about E | duplicate E NEW | save E | flatten E | resetup E | close E
 //   lose FILE | find FILE | move FILE             the file itself
 //   restart                     everything is saved, the module set down, and opened again
 //   refuse N | busy N | visit N STEP...           in the next step: the N-th call of the host is
@@ -17,6 +17,7 @@
 #include <functional>
 #include <map>
 #include <memory>
+#include <optional>
 #include <string>
 
 #include "headless/host.h"
@@ -45,6 +46,7 @@ class Stage {
   struct Instance {
     headless::Effect* effect;
     std::string path;
+    bool isFresh;  // as far as is known: true until saved data say otherwise
   };
   // Of the next step.
   struct Trouble {
@@ -55,6 +57,8 @@ class Stage {
   void openHost();
   void playStep(const Step& words);
   void act(const Step& words);
+  void visit();
+  void panel(Instance& instance);
   void trouble(const Step& words);
   void checkBooks();
   void expectNone(PF_Err error, const std::string& what);
@@ -86,7 +90,8 @@ class Stage {
   std::map<std::string, Instance> instances_;
   std::map<std::string, Plan> known_;  // what the module holds, by path
   Trouble trouble_;
-  bool disturbed_ = false;  // something was refused during this step
+  bool disturbed_ = false;  // something may have been refused during this step
+  std::optional<Finding> visited_;
   std::size_t step_ = 0;
 };
 
