@@ -84,7 +84,9 @@ struct RenderOptions {
   A_long timeStep = 1;
   A_u_long timeScale = 24;
   std::optional<PF_LRect> request{};  // in downsampled pixels; default: the whole layer
-  int outputPadding = 16;             // bytes after each row of the output
+  bool wholeLayers = false;  // hands out all of a layer, also what lies outside the checkout's
+                             // rectangle, as when an effect before has made the layer larger
+  int outputPadding = 16;    // bytes after each row of the output
   PF_Field field = PF_Field_FRAME;
   PF_ChannelMask channelMask = PF_ChannelMask_ARGB;
   World* output = nullptr;  // drawn into when its format and rectangle are those of the result

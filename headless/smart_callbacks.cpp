@@ -69,7 +69,8 @@ PF_Err checkoutLayer(PF_ProgPtr reference, PF_ParamIndex index, A_long id,
     const RenderOptions& options = frame.options();
     World& world = layer->pixelsFor(options.format, options.downsampleX, options.downsampleY);
     result->max_result_rect = world.rect();
-    result->result_rect = intersection(request->rect, world.rect());
+    result->result_rect =
+        options.wholeLayers ? world.rect() : intersection(request->rect, world.rect());
     result->par = layer->pixelAspect();
     result->ref_width = layer->width();
     result->ref_height = layer->height();

@@ -2,8 +2,8 @@
 # Builds everything and runs every test: GCC with all tests, clang with the sanitizers, and the
 # Windows programs on Wine. Installs what is missing (as root; else says what to install).
 #   scripts/test.sh [--long] [--no-windows]
-#     --long         also runs each fuzzer for 60 seconds and clang-tidy over the whole code, and
-#                    builds the last commit twice for the same bytes
+#     --long         also runs each fuzzer for 60 seconds, scenarios for ten minutes and clang-tidy
+#                    over the whole code, and builds the last commit twice for the same bytes
 #     --no-windows   leaves the Windows part out
 set -eu
 
@@ -64,6 +64,8 @@ if [ $long = yes ]; then
       "fuzz/corpus/${name#fuzz_}" 2>&1 | tail -5
     rm -rf "$corpus"
   done
+  step "Scenarios, ten minutes of seeds that were not tried before"
+  build-fuzz/bin/test_scenarios --from "$(date +%s)" --minutes 10
   step "clang-tidy"
   git ls-files 'src/*.cpp' 'headless/*.cpp' 'cli/*.cpp' | grep -v _win32 | grep -v _wgl |
     xargs -n 4 -P 2 clang-tidy --quiet -p build
