@@ -116,7 +116,7 @@ TEST(Project, GivesTheSamePictureInAFreshModule) {
   effect.setNumber(effect.findShown("gain")->index, 0.375);
   const RenderOptions deep{.format = PF_PixelFormat_ARGB64};
   const uint64_t before = session.host.render(effect, deep).output->checksum();
-  Project::capture(session.host, session.comp).write(scratch.path("p.json"));
+  scratch.put("p.json", Project::capture(session.host, session.comp).text());
   EXPECT_EQ(session.host.render(effect, deep).output->checksum(), before);
 
   const fs::path file = session.host.module().path();
