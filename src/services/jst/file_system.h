@@ -16,7 +16,8 @@ enum class EntryKind { File, Folder };
 bool pathExists(std::string_view path);
 
 // As fopen. Null for a folder, and for anything to be read that is not a regular file, such as a
-// pipe or a device, so that no opening and no read can block. Windows refuses those for writing too.
+// pipe or a device, so that no opening and no read can block. Windows refuses those for writing
+// too.
 std::FILE* openStream(std::string_view path, const char* mode);
 
 bool eraseFile(std::string_view path);
