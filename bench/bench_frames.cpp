@@ -15,7 +15,7 @@
 #include "graph/graph_reader.h"
 #include "graph/node_shaders.h"
 #include "kernel/pbk_parser.h"
-#include "tests/end_to_end/support/graph_text.h"
+#include "tests/support/graph_text.h"
 
 namespace vellumtide::bench {
 namespace {

@@ -11,7 +11,7 @@
 #include "bench/module_frame.h"
 #include "glsl/shader_text.h"
 #include "kernel/pbk_parser.h"
-#include "tests/end_to_end/support/graph_text.h"
+#include "tests/support/graph_text.h"
 
 namespace vellumtide::bench {
 namespace {

@@ -8,9 +8,9 @@
 #include <stdexcept>
 
 #include "bench/run_program.h"
-#include "cli/layer_pictures.h"
-#include "cli/scratch_folder.h"
-#include "cli/stopwatch.h"
+#include "cli/files/scratch_folder.h"
+#include "cli/os/stopwatch.h"
+#include "cli/session/layer_pictures.h"
 
 namespace {
 

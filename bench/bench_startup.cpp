@@ -7,8 +7,8 @@
 #include <stdexcept>
 
 #include "bench/run_program.h"
-#include "cli/image_file.h"
-#include "cli/scratch_folder.h"
+#include "cli/files/scratch_folder.h"
+#include "cli/image/image_file.h"
 #include "headless/host_gl_context.h"
 
 namespace {

@@ -2,16 +2,16 @@
 #include <string>
 #include <vector>
 
-#include "cli/argument_words.h"
-#include "cli/command_tree.h"
-#include "cli/commands.h"
-#include "cli/failure.h"
-#include "cli/help_examples.h"
-#include "cli/help_format.h"
-#include "cli/help_headings.h"
-#include "cli/interruption.h"
-#include "cli/signals.h"
-#include "cli/suggestion.h"
+#include "cli/commands/commands.h"
+#include "cli/help/argument_words.h"
+#include "cli/help/command_tree.h"
+#include "cli/help/help_examples.h"
+#include "cli/help/help_format.h"
+#include "cli/help/help_headings.h"
+#include "cli/help/suggestion.h"
+#include "cli/os/interruption.h"
+#include "cli/os/signals.h"
+#include "cli/text/failure.h"
 
 namespace vellumtide::cli {
 namespace {

@@ -2,8 +2,9 @@
 # Builds everything and runs every test: GCC with all tests, clang with the sanitizers, and the
 # Windows programs on Wine. Installs what is missing (as root; else says what to install).
 #   scripts/test.sh [--long] [--no-windows]
-#     --long         also runs each fuzzer for 60 seconds, scenarios for ten minutes and clang-tidy
-#                    over the whole code, and builds the last commit twice for the same bytes
+#     --long         also builds file by file, runs each fuzzer for 60 seconds, scenarios for ten
+#                    minutes and clang-tidy over the whole code instead of the last ten commits'
+#                    files, and builds the last commit twice for the same bytes
 #     --no-windows   leaves the Windows part out
 set -eu
 
@@ -29,6 +30,9 @@ if [ -z "${VELLUMTIDE_TEST_ON_GPU:-}" ]; then
   export LIBGL_ALWAYS_SOFTWARE=1 GALLIUM_DRIVER=llvmpipe
 fi
 
+# Only a build of each file alone shows that a file includes what it uses.
+if [ $long = yes ]; then unity=OFF; else unity=ON; fi
+
 step "Packages"
 if [ $windows = yes ]; then scripts/install_packages.sh; else scripts/install_packages.sh build test; fi
 
@@ -37,7 +41,8 @@ git ls-files '*.cpp' '*.h' | xargs clang-format --dry-run -Werror
 echo "formatted"
 
 step "Build with GCC, warnings as errors"
-cmake --preset release -DVELLUMTIDE_WERROR=ON -DVELLUMTIDE_TESTS=ON -DVELLUMTIDE_BENCH=ON >build-release.log || { cat build-release.log; exit 1; }
+cmake --preset release -DVELLUMTIDE_WERROR=ON -DVELLUMTIDE_TESTS=ON -DVELLUMTIDE_BENCH=ON \
+  -DVELLUMTIDE_UNITY=$unity >build-release.log || { cat build-release.log; exit 1; }
 rm -f build-release.log
 cmake --build --preset release
 
@@ -45,7 +50,8 @@ step "All tests"
 ctest --test-dir build --output-on-failure
 
 step "Build with clang and the sanitizers, warnings as errors"
-cmake --preset fuzz -DVELLUMTIDE_WERROR=ON >build-fuzz.log || { cat build-fuzz.log; exit 1; }
+cmake --preset fuzz -DVELLUMTIDE_WERROR=ON -DVELLUMTIDE_UNITY=$unity >build-fuzz.log ||
+  { cat build-fuzz.log; exit 1; }
 rm -f build-fuzz.log
 cmake --build --preset fuzz
 
@@ -53,6 +59,20 @@ step "The same under address and undefined-behaviour sanitizers"
 # Graphics drivers keep memory until the process ends; a test that crashes a program on purpose wants
 # to see the signal.
 ASAN_OPTIONS=detect_leaks=0:handle_segv=0 ctest --test-dir build-fuzz --output-on-failure -LE resident_memory
+
+step "clang-tidy"
+# Its compile commands, one a file, come from a build folder of its own that is only configured.
+cmake --preset fuzz -B build-fuzz/tidy -DVELLUMTIDE_UNITY=OFF >/dev/null
+if [ $long = yes ]; then
+  git ls-files '*.cpp'
+else
+  git log -10 --no-merges --diff-filter=d --name-only --pretty= -- '*.cpp' | sort -u
+fi | while read -r file; do
+  case $file in
+    *_win32.cpp | *_wgl.cpp | tests/windows/*) ;;  # of another system
+    *) [ ! -e "$file" ] || echo "$file" ;;
+  esac
+done | xargs -r -n 4 -P "$(nproc)" clang-tidy --quiet -p build-fuzz/tidy
 
 if [ $long = yes ]; then
   step "Fuzzers, 60 seconds each"
@@ -66,9 +86,6 @@ if [ $long = yes ]; then
   done
   step "Scenarios, ten minutes of seeds that were not tried before"
   build-fuzz/bin/test_scenarios --from "$(date +%s)" --minutes 10
-  step "clang-tidy"
-  git ls-files 'src/*.cpp' 'headless/*.cpp' 'cli/*.cpp' | grep -v _win32 | grep -v _wgl |
-    xargs -n 4 -P 2 clang-tidy --quiet -p build
 fi
 
 if [ $windows = yes ]; then

@@ -5,8 +5,8 @@
 #include "host/panel_command.h"
 #include "host/program_loader.h"
 #include "host/sequence_data.h"
-#include "services/about_box.h"
-#include "services/information_dialog.h"
+#include "services/dialogs/about_box.h"
+#include "services/dialogs/information_dialog.h"
 #include "services/jst/jst.h"
 
 namespace vellumtide {

@@ -9,7 +9,7 @@
 #include "host/panel_command.h"
 #include "host/render.h"
 #include "host/sequence_data.h"
-#include "params/parameter_setup.h"
+#include "panel/parameter_setup.h"
 #include "services/debug_output.h"
 
 namespace vellumtide {

@@ -11,7 +11,7 @@
 #include "gl/draw_limits.h"
 #include "gl/window_device.h"
 #include "host/program_cache.h"
-#include "params/panel_update.h"
+#include "panel/panel_update.h"
 
 namespace vellumtide {
 

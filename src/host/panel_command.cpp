@@ -2,7 +2,7 @@
 
 #include "host/global_data.h"
 #include "host/sequence_data.h"
-#include "params/default_values.h"
+#include "panel/default_values.h"
 
 namespace vellumtide {
 

@@ -2,7 +2,7 @@
 
 #include <vector>
 
-#include "params/slot_assignment.h"
+#include "bank/slot_assignment.h"
 
 namespace vellumtide {
 namespace {

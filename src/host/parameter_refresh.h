@@ -1,7 +1,7 @@
 #pragma once
 
-#include "graph/pb_graph.h"
 #include "host/parameter_checkout.h"
+#include "nodes/pb_graph.h"
 
 namespace vellumtide {
 

@@ -6,7 +6,7 @@
 #include <string_view>
 #include <vector>
 
-#include "graph/pb_graph.h"
+#include "nodes/pb_graph.h"
 
 namespace vellumtide {
 

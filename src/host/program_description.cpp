@@ -1,6 +1,6 @@
 #include "host/program_description.h"
 
-#include "graph/pb_graph.h"
+#include "nodes/pb_graph.h"
 #include "services/debug_output.h"
 
 namespace vellumtide {

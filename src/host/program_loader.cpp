@@ -11,7 +11,7 @@
 #include "host/current_device.h"
 #include "host/program_description.h"
 #include "kernel/pbk_parser.h"
-#include "params/host_slots.h"
+#include "panel/host_slots.h"
 #include "services/info_panel.h"
 #include "services/jst/jst.h"
 

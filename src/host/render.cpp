@@ -5,14 +5,14 @@
 
 #include "core/message_channels.h"
 #include "core/suite_handler.h"
-#include "graph/buffer_transfer.h"
-#include "graph/gl_error.h"
 #include "host/current_device.h"
 #include "host/global_data.h"
 #include "host/parameter_checkout.h"
 #include "host/parameter_refresh.h"
 #include "host/program_loader.h"
 #include "host/sequence_data.h"
+#include "nodes/buffer_transfer.h"
+#include "nodes/gl_error.h"
 #include "services/aeo/layer_aspect.h"
 
 namespace vellumtide {

@@ -5,7 +5,7 @@
 #include <string>
 
 #include "core/ae_base.h"
-#include "params/panel_update.h"
+#include "panel/panel_update.h"
 
 namespace vellumtide {
 

@@ -4,7 +4,7 @@
 #include <memory>
 
 #include "core/ae_base.h"
-#include "support/room_host.h"
+#include "tests/support/room_host.h"
 
 namespace vellumtide {
 namespace {

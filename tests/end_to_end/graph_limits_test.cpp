@@ -3,10 +3,10 @@
 
 #include <chrono>
 
-#include "tests/end_to_end/support/graph_text.h"
-#include "tests/end_to_end/support/pictures.h"
-#include "tests/end_to_end/support/session.h"
-#include "tests/end_to_end/support/small_stack.h"
+#include "tests/support/graph_text.h"
+#include "tests/support/pictures.h"
+#include "tests/support/session.h"
+#include "tests/support/small_stack.h"
 
 namespace vellumtide::end_to_end {
 namespace {

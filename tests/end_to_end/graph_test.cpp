@@ -1,10 +1,10 @@
 // Graphs draw what their kernels draw one after another, each node once.
 #include <gtest/gtest.h>
 
-#include "tests/end_to_end/support/frame_probe.h"
-#include "tests/end_to_end/support/graph_text.h"
-#include "tests/end_to_end/support/pictures.h"
-#include "tests/end_to_end/support/session.h"
+#include "tests/support/frame_probe.h"
+#include "tests/support/graph_text.h"
+#include "tests/support/pictures.h"
+#include "tests/support/session.h"
 
 namespace vellumtide::end_to_end {
 namespace {

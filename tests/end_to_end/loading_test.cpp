@@ -4,9 +4,9 @@
 #include <functional>
 #include <utility>
 
-#include "tests/end_to_end/support/graph_text.h"
-#include "tests/end_to_end/support/pictures.h"
-#include "tests/end_to_end/support/session.h"
+#include "tests/support/graph_text.h"
+#include "tests/support/pictures.h"
+#include "tests/support/session.h"
 
 namespace vellumtide::end_to_end {
 namespace {

@@ -1,8 +1,8 @@
 // The effect's panel after a program is loaded.
 #include <gtest/gtest.h>
 
-#include "tests/end_to_end/support/pictures.h"
-#include "tests/end_to_end/support/session.h"
+#include "tests/support/pictures.h"
+#include "tests/support/session.h"
 
 namespace vellumtide::end_to_end {
 namespace {

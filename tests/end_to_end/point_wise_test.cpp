@@ -4,8 +4,8 @@
 #include <algorithm>
 #include <cmath>
 
-#include "tests/end_to_end/support/pictures.h"
-#include "tests/end_to_end/support/session.h"
+#include "tests/support/pictures.h"
+#include "tests/support/session.h"
 
 namespace vellumtide::end_to_end {
 namespace {

@@ -5,9 +5,9 @@
 #include <algorithm>
 #include <cstdio>
 
-#include "tests/end_to_end/support/pictures.h"
-#include "tests/end_to_end/support/resident_memory.h"
-#include "tests/end_to_end/support/session.h"
+#include "tests/support/pictures.h"
+#include "tests/support/resident_memory.h"
+#include "tests/support/session.h"
 
 namespace vellumtide::end_to_end {
 namespace {

@@ -12,7 +12,7 @@
 #include "gl/layer_texture.h"
 #include "gl/shader_program.h"
 #include "gl/window_device.h"
-#include "support/room_host.h"
+#include "tests/support/room_host.h"
 
 namespace vellumtide {
 namespace {

@@ -1,7 +1,7 @@
 // Every text from outside that ends in a dialog: the scripts run, and the texts arrive unchanged.
 #include <filesystem>
 
-#include "tests/instances/instances.h"
+#include "tests/support/instances.h"
 
 namespace vellumtide::instances {
 namespace {

@@ -1,7 +1,7 @@
 // Many instances of many programs: opened, saved, lost, repaired, rendered and closed at random.
 #include <random>
 
-#include "tests/instances/instances.h"
+#include "tests/support/instances.h"
 
 namespace vellumtide::instances {
 namespace {

@@ -3,7 +3,7 @@
 #include <random>
 
 #include "headless/project.h"
-#include "tests/instances/instances.h"
+#include "tests/support/instances.h"
 
 namespace vellumtide::instances {
 namespace {

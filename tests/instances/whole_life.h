@@ -4,7 +4,7 @@
 
 #include <functional>
 
-#include "tests/instances/instances.h"
+#include "tests/support/instances.h"
 
 namespace vellumtide::instances {
 

@@ -4,12 +4,12 @@
 #include <functional>
 #include <unordered_map>
 
+#include "bank/slot_assignment.h"
 #include "glsl/names.h"
 #include "glsl/shader_text.h"
 #include "graph/graph_reader.h"
 #include "graph/node_shaders.h"
 #include "kernel/pbk_parser.h"
-#include "params/slot_assignment.h"
 
 namespace vellumtide::scenarios {
 namespace {

@@ -3,7 +3,7 @@
 #include "services/aeo/marker_comment.h"
 #include "services/aeo/stream.h"
 #include "services/debug_output.h"
-#include "support/room_host.h"
+#include "tests/support/room_host.h"
 
 namespace vellumtide {
 namespace {

@@ -9,7 +9,7 @@
 
 #include "services/jst/file.h"
 #include "services/jst/folder.h"
-#include "support/scratch_folder.h"
+#include "tests/support/scratch_folder.h"
 
 namespace vellumtide {
 namespace {

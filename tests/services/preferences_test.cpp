@@ -1,7 +1,7 @@
 #include "services/preferences.h"
 
-#include "support/room_host.h"
-#include "support/scratch_folder.h"
+#include "tests/support/room_host.h"
+#include "tests/support/scratch_folder.h"
 
 namespace vellumtide {
 namespace {

@@ -2,8 +2,8 @@
 
 #include <cstring>
 
-#include "support/room_host.h"
-#include "support/scratch_folder.h"
+#include "tests/support/room_host.h"
+#include "tests/support/scratch_folder.h"
 
 namespace vellumtide {
 namespace {

@@ -3,9 +3,10 @@
 #   try_manual.sh PAGE PROGRAM
 set -eu
 program=$2
-shown=$(mktemp)
-page=$(mktemp)
-trap 'rm -f "$shown" "$page"' EXIT
+folder=$(mktemp -d)
+trap 'rm -rf "$folder"' EXIT
+shown=$folder/shown
+page=$folder/vellumtide.1  # mandoc takes the section from the name
 case $1 in
   *.gz) gzip -dc "$1" >"$page" ;;
   *) cat "$1" >"$page" ;;

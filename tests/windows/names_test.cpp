@@ -1,9 +1,9 @@
 #include <gtest/gtest.h>
 
-#include "cli/failure.h"
-#include "cli/render_job.h"
-#include "cli/utf8_path.h"
-#include "tests/instances/instances.h"
+#include "cli/render/render_job.h"
+#include "cli/text/failure.h"
+#include "cli/text/utf8_path.h"
+#include "tests/support/instances.h"
 
 namespace vellumtide {
 namespace {

@@ -3,10 +3,10 @@
 
 #include <sstream>
 
-#include "cli/failure.h"
-#include "cli/image_file.h"
-#include "cli/png_stream.h"
-#include "cli/utf8_path.h"
+#include "cli/image/image_file.h"
+#include "cli/image/png_stream.h"
+#include "cli/text/failure.h"
+#include "cli/text/utf8_path.h"
 #include "tests/support/scratch_folder.h"
 
 namespace vellumtide::cli {

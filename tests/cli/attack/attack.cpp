@@ -8,8 +8,8 @@
 #include <iterator>
 #include <nlohmann/json.hpp>
 
-#include "cli/failure.h"
-#include "cli/image_file.h"
+#include "cli/image/image_file.h"
+#include "cli/text/failure.h"
 
 namespace vellumtide::cli {
 namespace {

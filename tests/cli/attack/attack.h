@@ -6,7 +6,7 @@
 
 #include <string>
 
-#include "cli/scratch_folder.h"
+#include "cli/files/scratch_folder.h"
 #include "file_tree.h"
 
 namespace vellumtide::cli {

@@ -1,0 +1,47 @@
+// The progress of a render job, for people and for schedulers.
+#pragma once
+
+#include <cstddef>
+#include <optional>
+#include <string>
+
+#include "cli/text/progress.h"
+
+namespace vellumtide::cli {
+
+enum class ProgressStyle {
+  Auto,    // a bar for a person who looks, else plain lines; nothing for a single picture
+  Bar,     // one line on standard error, rewritten
+  Plain,   // a line a frame on standard error
+  Json,    // an object a line on standard output
+  OpenJd,  // lines for Open Job Description on standard output
+  None,
+};
+
+// When standard output cannot be written the lines end, not the job.
+class RenderProgress {
+ public:
+  // `total` frames; none of a sequence for a single picture.
+  RenderProgress(ProgressStyle style, std::size_t total, bool isSequence);
+
+  struct Frame {
+    std::optional<int> number;
+    std::string file, status, error;
+    bool worked = true;  // it took time
+  };
+  // One more frame has ended: one line, flushed.
+  void frame(const Frame& frame);
+  void breakLine() { lines_.breakLine(); }
+  // The last line. `failure` is the message the program ends with, "" when all is well.
+  void end(const std::string& status, int exitStatus, const std::string& failure);
+
+ private:
+  void put(const std::string& text);
+
+  ProgressStyle style_;
+  bool heard_ = true;
+  std::size_t total_, done_ = 0;
+  Progress lines_;
+};
+
+}  // namespace vellumtide::cli
