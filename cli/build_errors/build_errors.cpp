@@ -1,10 +1,10 @@
 #include "cli/build_errors/build_errors.h"
 
 #include <algorithm>
-#include <cctype>
 
 #include "cli/build_errors/program_shaders.h"
 #include "cli/build_errors/shader_lines.h"
+#include "kernel/characters.h"
 
 namespace vellumtide::cli {
 namespace {
@@ -13,10 +13,6 @@ constexpr std::string_view kBlanks = " \t\r\n\v\f";
 constexpr std::size_t kGeneratedWidth = 110;
 constexpr std::size_t kMessageWidth = 500;
 constexpr std::size_t kNamedNodes = 3;
-
-bool isWordCharacter(char c) {
-  return std::isalnum(static_cast<unsigned char>(c)) || c == '_';
-}
 
 // The first place of a whole word.
 std::size_t findWord(std::string_view text, std::string_view word) {

@@ -6,6 +6,8 @@
 #include <optional>
 #include <string_view>
 
+#include "kernel/characters.h"
+
 namespace vellumtide::cli {
 namespace {
 
@@ -151,10 +153,6 @@ void append(std::vector<DriverMessage>& messages, DriverMessage message) {
   } else {
     messages.push_back(std::move(message));
   }
-}
-
-bool isWordCharacter(char c) {
-  return std::isalnum(static_cast<unsigned char>(c)) || c == '_';
 }
 
 }  // namespace

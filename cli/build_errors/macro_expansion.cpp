@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <cctype>
 
+#include "kernel/characters.h"
+
 namespace vellumtide::cli {
 namespace {
 
@@ -11,12 +13,6 @@ constexpr std::size_t kDepthLimit = 64;
 
 bool isBlank(char c) {
   return c == ' ' || c == '\t' || c == '\v' || c == '\f';
-}
-bool isWordStart(char c) {
-  return std::isalpha(static_cast<unsigned char>(c)) || c == '_';
-}
-bool isWordCharacter(char c) {
-  return isWordStart(c) || std::isdigit(static_cast<unsigned char>(c));
 }
 bool isSpace(const MacroToken& token) {
   return token.text == " ";
@@ -96,7 +92,7 @@ void appendTokens(MacroTokens& tokens, std::string_view line) {
       const bool isNumber =
           std::isdigit(static_cast<unsigned char>(line[begin])) ||
           (line[begin] == '.' && std::isdigit(static_cast<unsigned char>(peek(0))));
-      if (isNumber || isWordStart(line[begin])) {
+      if (isNumber || isLetter(line[begin])) {
         while (at < line.size() && (isWordCharacter(line[at]) || (isNumber && line[at] == '.')))
           ++at;
       }

@@ -24,10 +24,6 @@ struct CompareOptions {
   bool json = false;
 };
 
-[[noreturn]] void failUsage(const std::string& message) {
-  throw Failure(ExitStatus::Usage, message);
-}
-
 // A number, or "A/B" for steps of an integer range.
 double parseTolerance(const std::string& text) {
   const std::size_t bar = text.find('/');

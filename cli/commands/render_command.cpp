@@ -32,10 +32,6 @@ Enum chosen(const std::vector<std::string>& names, const std::string& name) {
   return static_cast<Enum>(std::find(names.begin(), names.end(), name) - names.begin());
 }
 
-[[noreturn]] void failUsage(const std::string& message) {
-  throw Failure(ExitStatus::Usage, message);
-}
-
 PF_RationalScale ratioOption(const char* option, const std::string& text) {
   const std::optional<PF_RationalScale> ratio = parseRatio(text);
   if (!ratio)

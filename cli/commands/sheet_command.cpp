@@ -17,10 +17,6 @@ struct SheetTexts {
   std::string title = "\n";  // none typed
 };
 
-[[noreturn]] void failUsage(const std::string& message) {
-  throw Failure(ExitStatus::Usage, message);
-}
-
 std::pair<int, int> parseSize(const std::string& option, const std::string& text) {
   const std::size_t x = text.find('x');
   const double width = parseNumber(text.substr(0, x)).value_or(0);

@@ -7,6 +7,8 @@
 
 namespace vellumtide::cli {
 
+inline constexpr int kMostLinks = 40;  // that lead from one to the next before a file
+
 // Of a file that exists, its volume and number there; of one that does not, its folder's and the
 // name that it would have.
 struct FileIdentity {

@@ -7,8 +7,6 @@ namespace {
 
 namespace fs = std::filesystem;
 
-constexpr int kMostLinks = 40;
-
 FileIdentity identity(const struct stat& status, const fs::path& name = {}) {
   return {static_cast<std::uint64_t>(status.st_dev), static_cast<std::uint64_t>(status.st_ino),
           name};

@@ -4,6 +4,7 @@
 #include <fstream>
 #include <vector>
 
+#include "cli/files/file_identity.h"
 #include "cli/files/output_access.h"
 #include "cli/text/utf8_path.h"
 
@@ -12,7 +13,6 @@ namespace {
 
 namespace fs = std::filesystem;
 
-constexpr int kMostLinks = 40;
 constexpr std::size_t kPart = std::size_t{1} << 16;  // bytes sent at a time
 
 // Where the links end, whether or not something is there.

@@ -45,12 +45,13 @@ bool isHarmful(char32_t code) {
 
 // Columns that a terminal gives a character: the usual wide blocks and combining marks.
 std::size_t widthOf(char32_t code) {
-  constexpr Range kNone[] = {{0x300, 0x36F}, {0x1AB0, 0x1AFF}, {0x20D0, 0x20FF}, {0xFE00, 0xFE0F}};
+  constexpr Range kNoColumn[] = {
+      {0x300, 0x36F}, {0x1AB0, 0x1AFF}, {0x20D0, 0x20FF}, {0xFE00, 0xFE0F}};
   constexpr Range kWide[] = {{0x1100, 0x115F},  {0x2E80, 0xA4CF},   {0xAC00, 0xD7A3},
                              {0xF900, 0xFAFF},  {0xFE30, 0xFE6F},   {0xFF00, 0xFF60},
                              {0xFFE0, 0xFFE6},  {0x1F300, 0x1F64F}, {0x1F900, 0x1F9FF},
                              {0x20000, 0x3FFFD}};
-  if (isIn(kNone, code)) return 0;
+  if (isIn(kNoColumn, code)) return 0;
   return isIn(kWide, code) ? 2 : 1;
 }
 

@@ -22,21 +22,21 @@ struct ExpectedFile {
 };
 
 // Nothing when the inputs do not tell.
-std::optional<ExpectedFile> expectedFile(const RenderJob& job, const FrameTask& task) {
+std::optional<ExpectedFile> expectedFile(const PictureOptions& asked, const FrameTask& task) {
   try {
     std::vector<ImageShape> shapes;
     for (const LayerSource& input : task.inputs)
       shapes.push_back(readImageShape(input.file));
-    if (shapes.empty()) shapes.push_back({*job.width, *job.height});
+    if (shapes.empty()) shapes.push_back({*asked.width, *asked.height});
     int deepest = 8;
     for (const ImageShape& shape : shapes)
       deepest = std::max(deepest, headless::depthOfPixelFormat(shape.format));
     WriteOptions options;
-    options.sampleType = job.sampleType;
+    options.sampleType = asked.sampleType;
     options.preferHalf = !task.inputs.empty() && shapes.front().sampleType == SampleType::Half;
-    const PF_PixelFormat format = headless::pixelFormatOfDepth(job.depth.value_or(deepest));
-    return ExpectedFile{reduced(shapes.front().width, job.downsample),
-                        reduced(shapes.front().height, job.downsample),
+    const PF_PixelFormat format = headless::pixelFormatOfDepth(asked.depth.value_or(deepest));
+    return ExpectedFile{reduced(shapes.front().width, asked.downsample),
+                        reduced(shapes.front().height, asked.downsample),
                         writtenType(task.output, format, options)};
   } catch (const Failure&) {
     return {};
@@ -44,13 +44,13 @@ std::optional<ExpectedFile> expectedFile(const RenderJob& job, const FrameTask& 
 }
 
 // A file counts only when all its pixels can be read: another program may have left half of it.
-bool isComplete(const RenderJob& job, const FrameTask& task) {
+bool isComplete(const PictureOptions& asked, const FrameTask& task) {
   std::error_code ignored;
   if (!std::filesystem::is_regular_file(task.output, ignored)) return false;
   try {
     if (!holdsItsFormat(task.output)) return false;
     const ImageFile file = readImageFile(task.output);
-    const std::optional<ExpectedFile> expected = expectedFile(job, task);
+    const std::optional<ExpectedFile> expected = expectedFile(asked, task);
     return !expected ||
            (file.pixels.width() == expected->width && file.pixels.height() == expected->height &&
             file.sampleType == expected->samples);
@@ -59,15 +59,15 @@ bool isComplete(const RenderJob& job, const FrameTask& task) {
   }
 }
 
-LayerPictures readInput(const RenderJob& job, const FrameTask& task) {
-  LayerPictures input = readPictures(task.inputs, job.depth);
+LayerPictures readInput(const PictureOptions& asked, const FrameTask& task) {
+  LayerPictures input = readPictures(task.inputs, asked.depth);
   if (input.pictures.empty()) {
-    input.pictures.push_back({World(*job.width, *job.height, input.format), {1, 1}, ""});
+    input.pictures.push_back({World(*asked.width, *asked.height, input.format), {1, 1}, ""});
   }
-  if (job.pixelAspect) input.pictures.front().pixelAspect = *job.pixelAspect;
-  input.write.sampleType = job.sampleType;
-  input.write.dropAlpha = job.dropAlpha;
-  input.write.compression = job.compression;
+  if (asked.pixelAspect) input.pictures.front().pixelAspect = *asked.pixelAspect;
+  input.write.sampleType = asked.sampleType;
+  input.write.dropAlpha = asked.dropAlpha;
+  input.write.compression = asked.compression;
   return input;
 }
 
@@ -85,18 +85,18 @@ std::size_t bytesOf(const LayerPictures& input, int downsample) {
 
 }  // namespace
 
-ReadFrame readFrame(const RenderJob& job, const RenderPlan& plan, std::size_t index,
+ReadFrame readFrame(const PictureOptions& asked, const RenderPlan& plan, std::size_t index,
                     PictureBudget::Share share) {
   const Stopwatch watch;
   ReadFrame frame;
   frame.share = std::move(share);
   try {
     frame.task = plan.task(index);
-    frame.isComplete = job.skipExisting && isComplete(job, frame.task);
+    frame.isComplete = asked.skipExisting && isComplete(asked, frame.task);
     if (!frame.isComplete) {
-      frame.input = readInput(job, frame.task);
+      frame.input = readInput(asked, frame.task);
       checkWritable(frame.task.output, frame.input.write);
-      frame.share.resize(bytesOf(frame.input, job.downsample));
+      frame.share.resize(bytesOf(frame.input, asked.downsample));
     }
   } catch (const std::exception& error) {
     frame.failure = failureOf(error);

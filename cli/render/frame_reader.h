@@ -20,7 +20,7 @@ struct ReadFrame {
 };
 
 // Never throws. The share becomes as large as the frame's pictures, the rendered one included.
-ReadFrame readFrame(const RenderJob& job, const RenderPlan& plan, std::size_t index,
+ReadFrame readFrame(const PictureOptions& asked, const RenderPlan& plan, std::size_t index,
                     PictureBudget::Share share);
 
 }  // namespace vellumtide::cli

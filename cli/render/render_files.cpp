@@ -15,7 +15,7 @@ bool isSequence(const fs::path& input) {
 }
 
 // Of a job that does not say which, those on disk of its first sequence.
-std::vector<int> framesOf(const RenderJob& job) {
+std::vector<int> framesOf(const FrameOptions& job) {
   if (!job.frames.empty()) return job.frames;
   for (const std::string& input : job.inputs) {
     if (isSequence(pathOf(input))) return framesOnDisk(pathOf(input));
@@ -25,7 +25,7 @@ std::vector<int> framesOf(const RenderJob& job) {
 
 // Calls action(file) for every file that may be read for the input.
 template <typename Action>
-void forEachFrame(const fs::path& input, const RenderJob& job, const std::vector<int>& frames,
+void forEachFrame(const fs::path& input, const FrameOptions& job, const std::vector<int>& frames,
                   Action action) {
   if (!isSequence(input)) return action(input);
   for (int frame : frames)
@@ -37,7 +37,7 @@ void forEachFrame(const fs::path& input, const RenderJob& job, const std::vector
 }
 
 template <typename Action>
-void forEachPicture(const RenderJob& job, const std::vector<int>& frames, Action action) {
+void forEachPicture(const FrameOptions& job, const std::vector<int>& frames, Action action) {
   const fs::path output = pathOf(job.output);
   if (frames.empty() || !isNumbered(output)) return action(output);
   for (int frame : frames)
@@ -75,7 +75,7 @@ void requirePicturesApart(const RenderJob& job) {
   forEachPicture(job, frames, [&](const fs::path& file) { guard.writes("-o", file); });
 }
 
-void sayOtherSpellings(const RenderJob& job) {
+void sayOtherSpellings(const FrameOptions& job) {
   for (const std::string& input : job.inputs) {
     if (!isSequence(pathOf(input))) continue;
     const std::vector<fs::path> files = otherSpellings(pathOf(input));

@@ -1,7 +1,7 @@
 // The files that a render job reads and writes, known before any of them is opened.
 #pragma once
 
-#include "cli/render/render_job.h"
+#include "cli/render/render_options.h"
 
 namespace vellumtide::cli {
 
@@ -14,6 +14,6 @@ void requirePicturesApart(const RenderJob& job);
 
 // Says on standard error which files of the inputs' folders belong to no frame, because their
 // numbers are spelled otherwise: "in.7.png" for "in.####.png".
-void sayOtherSpellings(const RenderJob& job);
+void sayOtherSpellings(const FrameOptions& job);
 
 }  // namespace vellumtide::cli

@@ -120,7 +120,7 @@ class Run {
   // Throws the Failure that the program ends with. A signal that left frames undone ends the
   // process: what a thread still reads, perhaps for ever, is nobody's any more.
   void work() {
-    RenderPipeline pipeline(job_, plan_, records());
+    RenderPipeline pipeline(job_, job_, plan_, records());
     const Interruption interruption([&] { pipeline.stop(); }, news_.lastSteps());
     std::optional<Failure> failure;
     try {

@@ -110,8 +110,8 @@ void RenderNews::report(const End& end) {
     throw Failure(ExitStatus::Failed,
                   "--report " + job_.report + ": not written, because the file there is no report");
   }
-  writeReport(job_, isStarted ? *records_ : none, end.status, end.exitStatus, end.failure,
-              watch_.milliseconds());
+  writeReport(job_.report, job_.program, isStarted ? *records_ : none, end.status, end.exitStatus,
+              end.failure, watch_.milliseconds());
 }
 
 void RenderNews::endProgress(const End& end) {

@@ -9,7 +9,7 @@
 
 #include "cli/os/interruption.h"
 #include "cli/os/stopwatch.h"
-#include "cli/render/render_job.h"
+#include "cli/render/render_options.h"
 #include "cli/render/render_plan.h"
 #include "cli/render/render_progress.h"
 #include "cli/render/render_records.h"

@@ -9,15 +9,16 @@
 
 namespace vellumtide::cli {
 
-RenderPipeline::RenderPipeline(const RenderJob& job, const RenderPlan& plan, RenderRecords& records)
-    : job_(job),
+RenderPipeline::RenderPipeline(const WorkOptions& work, const PictureOptions& pictures,
+                               const RenderPlan& plan, RenderRecords& records)
+    : keepGoing_(work.keepGoing),
       records_(records),
-      budget_(job.memory),
-      writers_(job.threads),
+      budget_(work.memory),
+      writers_(work.threads),
       frames_(
-          plan.size(), job.threads, [this] { return budget_.take(); },
-          [&job, &plan](std::size_t index, PictureBudget::Share share) {
-            return readFrame(job, plan, index, std::move(share));
+          plan.size(), work.threads, [this] { return budget_.take(); },
+          [&pictures, &plan](std::size_t index, PictureBudget::Share share) {
+            return readFrame(pictures, plan, index, std::move(share));
           }) {}
 
 RenderPipeline::~RenderPipeline() {
@@ -101,7 +102,7 @@ void RenderPipeline::end(std::size_t index, FrameRecord record) {
   const bool failed = record.failure.has_value();
   if (failed) record.status = FrameStatus::Failed;
   records_.end(index, std::move(record));
-  if (failed && !job_.keepGoing) halt();
+  if (failed && !keepGoing_) halt();
 }
 
 }  // namespace vellumtide::cli

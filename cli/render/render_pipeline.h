@@ -26,7 +26,8 @@ class RenderPipeline {
   };
 
   // All must outlive the pipeline.
-  RenderPipeline(const RenderJob& job, const RenderPlan& plan, RenderRecords& records);
+  RenderPipeline(const WorkOptions& work, const PictureOptions& pictures, const RenderPlan& plan,
+                 RenderRecords& records);
   ~RenderPipeline();
 
   // Works until all frames have ended, or stop(), or the first failed frame when the job does not
@@ -42,7 +43,7 @@ class RenderPipeline {
   void end(std::size_t index, FrameRecord record);
   void halt();
 
-  const RenderJob& job_;
+  const bool keepGoing_;
   RenderRecords& records_;
   std::optional<Failure> ending_;  // what no other frame would survive
   PictureBudget budget_;

@@ -8,10 +8,6 @@ namespace {
 
 namespace fs = std::filesystem;
 
-[[noreturn]] void failUsage(const std::string& message) {
-  throw Failure(ExitStatus::Usage, message);
-}
-
 std::vector<int> framesOfInputs(const std::vector<fs::path>& patterns,
                                 const std::vector<InputFrames>& inputs) {
   for (std::size_t i = 0; i < inputs.size(); ++i) {
@@ -27,23 +23,26 @@ std::vector<int> framesOfInputs(const std::vector<fs::path>& patterns,
 
 }  // namespace
 
-RenderPlan::RenderPlan(const RenderJob& job) : output_(pathOf(job.output)), frames_(job.frames) {
+RenderPlan::RenderPlan(const FrameOptions& options)
+    : output_(pathOf(options.output)), frames_(options.frames) {
   std::vector<fs::path> patterns;
-  for (const std::string& input : job.inputs) {
+  for (const std::string& input : options.inputs) {
     patterns.push_back(pathOf(input));
-    inputs_.emplace_back(patterns.back(), job.missing);
+    inputs_.emplace_back(patterns.back(), options.missing);
   }
   if (frames_.empty()) frames_ = framesOfInputs(patterns, inputs_);
   isSequence_ = !frames_.empty();
   if (!isSequence_ && isNumbered(output_)) {
-    failUsage("-o " + job.output + ": say which frames with --frames, or give a numbered input");
+    failUsage("-o " + options.output +
+              ": say which frames with --frames, or give a numbered input");
   }
   if (frames_.size() > 1 && !isNumbered(output_)) {
-    failUsage("-o " + job.output + ": the name needs a place for the frame number, such as ####");
+    failUsage("-o " + options.output +
+              ": the name needs a place for the frame number, such as ####");
   }
   for (std::size_t i = 0; i < inputs_.size(); ++i) {
     // Black stands in only where some frame is on disk; the others of its sequence look like it.
-    const std::vector<int> there = job.missing == Missing::Black && !inputs_[i].isStill()
+    const std::vector<int> there = options.missing == Missing::Black && !inputs_[i].isStill()
                                        ? framesOnDisk(patterns[i])
                                        : std::vector<int>{};
     models_.push_back(there.empty() ? patterns[i] : frameName(patterns[i], there.front()));

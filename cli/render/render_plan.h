@@ -5,7 +5,7 @@
 #include <optional>
 #include <vector>
 
-#include "cli/render/render_job.h"
+#include "cli/render/render_options.h"
 #include "cli/session/layer_pictures.h"
 
 namespace vellumtide::cli {
@@ -20,7 +20,7 @@ class RenderPlan {
  public:
   // Throws Failure when the names do not fit together: an output without a place for the number of
   // several frames, no frames at all.
-  explicit RenderPlan(const RenderJob& job);
+  explicit RenderPlan(const FrameOptions& options);
 
   bool isSequence() const { return isSequence_; }
   std::size_t size() const { return isSequence_ ? frames_.size() : 1; }

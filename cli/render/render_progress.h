@@ -5,18 +5,10 @@
 #include <optional>
 #include <string>
 
+#include "cli/render/render_options.h"
 #include "cli/text/progress.h"
 
 namespace vellumtide::cli {
-
-enum class ProgressStyle {
-  Auto,    // a bar for a person who looks, else plain lines; nothing for a single picture
-  Bar,     // one line on standard error, rewritten
-  Plain,   // a line a frame on standard error
-  Json,    // an object a line on standard output
-  OpenJd,  // lines for Open Job Description on standard output
-  None,
-};
 
 // When standard output cannot be written the lines end, not the job.
 class RenderProgress {

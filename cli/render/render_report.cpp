@@ -35,9 +35,10 @@ bool mayHoldReport(const std::string& file) {
   return old.is_object() && old.contains("status");
 }
 
-void writeReport(const RenderJob& job, const RenderRecords& records, const std::string& status,
-                 int exitStatus, const std::string& failure, double milliseconds) {
-  Json report = {{"program", job.program}, {"status", status}, {"exitStatus", exitStatus}};
+void writeReport(const std::string& file, const std::string& program, const RenderRecords& records,
+                 const std::string& status, int exitStatus, const std::string& failure,
+                 double milliseconds) {
+  Json report = {{"program", program}, {"status", status}, {"exitStatus", exitStatus}};
   if (!failure.empty()) report["error"] = failure;
   report["milliseconds"] = milliseconds;
   report["total"] = records.total();
@@ -47,10 +48,9 @@ void writeReport(const RenderJob& job, const RenderRecords& records, const std::
   report["frames"] = records.json();
 
   try {
-    writeFile(pathOf(job.report),
-              report.dump(1, ' ', false, Json::error_handler_t::replace) + "\n");
+    writeFile(pathOf(file), report.dump(1, ' ', false, Json::error_handler_t::replace) + "\n");
   } catch (const WriteRefusal& refusal) {
-    fail(job.report, refusal.what());
+    fail(file, refusal.what());
   }
 }
 

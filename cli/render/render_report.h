@@ -3,7 +3,6 @@
 
 #include <string>
 
-#include "cli/render/render_job.h"
 #include "cli/render/render_records.h"
 
 namespace vellumtide::cli {
@@ -18,7 +17,8 @@ bool mayHoldReport(const std::string& file);
 
 // Writes the file whole or not at all. `status` is "done", "failed" or "interrupted"; `failure` the
 // message that the program ends with, "" when all is well. Throws Failure (ExitStatus::Failed).
-void writeReport(const RenderJob& job, const RenderRecords& records, const std::string& status,
-                 int exitStatus, const std::string& failure, double milliseconds);
+void writeReport(const std::string& file, const std::string& program, const RenderRecords& records,
+                 const std::string& status, int exitStatus, const std::string& failure,
+                 double milliseconds);
 
 }  // namespace vellumtide::cli

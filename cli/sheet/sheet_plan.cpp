@@ -15,10 +15,6 @@ constexpr int kMostInOneRow = 4;
 constexpr double kSheetShape = 1.7;   // width over height that a sheet is brought close to
 constexpr double kLabelShape = 0.14;  // height of a label over the width of its cell
 
-[[noreturn]] void failUsage(const std::string& message) {
-  throw Failure(ExitStatus::Usage, message);
-}
-
 std::string fileName(const std::string& path) {
   return utf8(pathOf(path).filename());
 }

@@ -7,6 +7,10 @@
 
 namespace vellumtide::cli {
 
+void failUsage(const std::string& message) {
+  throw Failure(ExitStatus::Usage, message);
+}
+
 Failure failureOf(const std::exception& error) {
   if (const auto* failure = dynamic_cast<const Failure*>(&error)) return *failure;
   if (dynamic_cast<const std::bad_alloc*>(&error)) {

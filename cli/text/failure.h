@@ -25,6 +25,9 @@ class Failure : public std::runtime_error {
   ExitStatus status;
 };
 
+// Ends the command because of its arguments.
+[[noreturn]] void failUsage(const std::string& message);
+
 // The failure that stands for any exception: itself, or what the system said, about which path,
 // with ExitStatus::Failed.
 Failure failureOf(const std::exception& error);

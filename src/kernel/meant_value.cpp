@@ -5,6 +5,7 @@
 #include <cmath>
 #include <limits>
 
+#include "kernel/characters.h"
 #include "kernel/number_text.h"
 
 namespace vellumtide {
@@ -12,15 +13,6 @@ namespace {
 
 constexpr int kDeepest = 32;
 
-bool isDigit(char c) {
-  return c >= '0' && c <= '9';
-}
-bool isHexDigit(char c) {
-  return isDigit(c) || (c >= 'a' && c <= 'f') || (c >= 'A' && c <= 'F');
-}
-bool isWordCharacter(char c) {
-  return isDigit(c) || (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || c == '_';
-}
 bool isMatrix(pbElementType type) {
   return type >= pbElementType::Float2x2 && type <= pbElementType::Float4x4;
 }

@@ -5,12 +5,10 @@
 #include <limits>
 #include <system_error>
 
+#include "kernel/characters.h"
+
 namespace vellumtide {
 namespace {
-
-bool isDigit(char c) {
-  return c >= '0' && c <= '9';
-}
 
 /// Whether a number that is out of range is so by being large: its first digit that counts stands
 /// in front of the point once the exponent is applied.

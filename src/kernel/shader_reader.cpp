@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <array>
 
+#include "kernel/characters.h"
+
 namespace vellumtide {
 namespace {
 
@@ -31,15 +33,6 @@ constexpr std::array<CharClass, 256> kClasses = [] {
 
 CharClass classOf(char c) {
   return kClasses[static_cast<unsigned char>(c)];
-}
-bool isDigit(char c) {
-  return classOf(c) == CharClass::Digit;
-}
-bool isWordCharacter(char c) {
-  return classOf(c) == CharClass::Letter || classOf(c) == CharClass::Digit;
-}
-bool isHexDigit(char c) {
-  return isDigit(c) || (c >= 'a' && c <= 'f') || (c >= 'A' && c <= 'F');
 }
 bool isLiteral(LexState state) {
   return state == LexState::CharLiteral || state == LexState::StringLiteral;

@@ -6,20 +6,13 @@
 #include <limits>
 #include <optional>
 
+#include "kernel/characters.h"
 #include "kernel/number_text.h"
 
 namespace vellumtide {
 namespace {
 
 constexpr std::string_view kBlanks = " \t\n\v\f\r";
-
-bool isDigit(char c) {
-  return c >= '0' && c <= '9';
-}
-bool isHexDigit(char c) {
-  const char lower = static_cast<char>(c | 0x20);
-  return isDigit(c) || (lower >= 'a' && lower <= 'f');
-}
 
 /// The conversions of formatted scanning, one at a time. Each returns nothing when the text does
 /// not match; a scan ends there.
