@@ -42,6 +42,8 @@ std::string plainFragment(std::string_view source) {
   const std::string text = withoutComments(source);
   std::smatch kernel;
   if (!std::regex_search(text, kernel, std::regex("(^|\n)\\s*kernel\\s+\\w+\\s*"))) return "";
+  // A brace in front of the kernel would be its opening one.
+  if (text.find('{') < static_cast<std::size_t>(kernel.position())) return "";
   const auto begin = static_cast<std::size_t>(kernel.position() + kernel.length());
   const std::size_t metadata = text[begin] == '<' ? behind(text, begin, '<', '>') : begin;
   const std::size_t open = metadata == std::string::npos ? metadata : text.find('{', metadata);

@@ -276,7 +276,10 @@ void SecondOpinion::drawNode(const Plan& plan, int index, const FrameRequest& re
 
 void SecondOpinion::readBack(GLuint texture, bool isImage, headless::World& output, int width,
                              int height) {
-  const PF_LRect rect = output.rect();
+  output.fillBytes(0);
+  // An input image of the buffer's size is taken as a whole, whatever the buffer's place.
+  const bool isWhole = isImage && output.width() == width && output.height() == height;
+  const PF_LRect rect = isWhole ? PF_LRect{0, 0, width, height} : output.rect();
   const int left = std::max(rect.left, 0), top = std::max(rect.top, 0);
   const int columns = std::min(rect.right, width) - left,
             rows = std::min(rect.bottom, height) - top;
