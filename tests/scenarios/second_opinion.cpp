@@ -72,10 +72,12 @@ GLuint imageTexture(const PlanNode& node, const FrameRequest& request, GLint fil
   if (width <= 0 || height <= 0) return texture;
   glBindTexture(GL_TEXTURE_2D, texture);
   glPixelStorei(GL_UNPACK_ROW_LENGTH, found->rowLength);
-  glPixelStorei(GL_UNPACK_SKIP_PIXELS, skipX);
-  glPixelStorei(GL_UNPACK_SKIP_ROWS, skipY);
+  // The software rasteriser forgets what is to be skipped when it scales.
+  const auto skipped = (static_cast<std::ptrdiff_t>(skipY) * found->rowLength + skipX) *
+                       headless::bytesPerPixel(request.format);
   if (format.type == GL_UNSIGNED_SHORT) setScale(2);
-  glTexSubImage2D(GL_TEXTURE_2D, 0, x, y, width, height, GL_RGBA, format.type, found->pixels);
+  glTexSubImage2D(GL_TEXTURE_2D, 0, x, y, width, height, GL_RGBA, format.type,
+                  static_cast<const std::uint8_t*>(found->pixels) + skipped);
   setScale(1);
   return texture;
 }
