@@ -30,11 +30,6 @@ void connect(PlanNode& node, const std::string& input, int source) {
   if (slot != node.slots.end()) slot->source = source;
 }
 
-std::string uniformOf(const pbParameter& parameter) {
-  return graphParameterName(parameter.sourceName.empty() ? parameter.name.view()
-                                                         : parameter.sourceName);
-}
-
 Plan kernelPlan(const std::string& text) {
   pbKernelInfo kernel;
   PBKParser(text).parse(kernel);
@@ -98,7 +93,7 @@ Plan graphPlan(const std::string& text) {
     }
   }
   for (const pbParameter& parameter : graph.parameters)
-    plan.parameters.push_back({parameter, uniformOf(parameter), -1});
+    plan.parameters.push_back({parameter, graphParameterName(parameter.name), -1});
   return plan;
 }
 
