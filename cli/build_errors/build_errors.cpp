@@ -166,7 +166,9 @@ class Collector {
     if (target.message.size() < error.message.size()) target.message = error.message;
     target.isCut = target.isCut && error.isCut;
     addOnce(target.stages, stage);
-    if (program_.graph()) addOnce(target.nodes, node.label);
+    const auto& told = target.nodes;
+    if (std::find(told.begin(), told.end(), node.label) != told.end()) return;
+    target.nodes.insert(target.nodes.end(), node.nodes.begin(), node.nodes.end());
   }
 
   // The stages' logs are cut at different places.

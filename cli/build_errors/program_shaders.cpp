@@ -1,6 +1,7 @@
 #include "cli/build_errors/program_shaders.h"
 
 #include <algorithm>
+#include <unordered_set>
 
 #include "graph/node_shaders.h"
 #include "kernel/pbk_parser.h"
@@ -99,9 +100,25 @@ NodeShaders ProgramShaders::node(std::size_t index) const {
   return shaders;
 }
 
+std::vector<std::string> ProgramShaders::nodesLike(const pbGraphInfo& graph,
+                                                   const KernelsByName& kernels,
+                                                   std::size_t index) const {
+  const pbgNodeInfo& like = graph.nodes[index];
+  const pbKernelInfo* kernel = kernels.find(like.name);
+  std::vector<std::string> nodes;
+  std::unordered_set<std::string> known;
+  for (const pbgNodeInfo& node : graph.nodes) {
+    const bool isLike = kernels.find(node.name) == kernel &&
+                        (!kernel || node.evaluateParameters == like.evaluateParameters);
+    if (isLike && known.insert(node.id.str()).second) nodes.push_back(node.id.str());
+  }
+  return nodes;
+}
+
 void ProgramShaders::addGraphNode(NodeShaders& shaders, const pbGraphInfo& graph,
                                   std::size_t index) const {
   const KernelsByName kernels(graph);
+  shaders.nodes = nodesLike(graph, kernels, index);
   shaders.hasKernel = generateNodeShaders(graph, kernels, index, shaders.vertex_, shaders.fragment_,
                                           kHostOrder, &shaders.places_) == 0;
   if (!shaders.hasKernel) return;

@@ -29,6 +29,7 @@ class NodeShaders {
  public:
   bool hasKernel = false;  // without one there are no texts
   std::string label;
+  std::vector<std::string> nodes;  // all that share these texts, whose errors are told once
   OwnText body, function;
 
   const std::string& text(ShaderStage stage) const {
@@ -64,6 +65,8 @@ class ProgramShaders {
   NodeShaders node(std::size_t index) const;
 
  private:
+  std::vector<std::string> nodesLike(const pbGraphInfo& graph, const KernelsByName& kernels,
+                                     std::size_t index) const;
   void addGraphNode(NodeShaders& shaders, const pbGraphInfo& graph, std::size_t index) const;
 
   const Program& program_;

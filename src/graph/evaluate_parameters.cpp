@@ -6,7 +6,8 @@ namespace vellumtide {
 namespace {
 
 /// Copies a node's function through its closing brace, with the graph's parameters under their
-/// shader names and the node's own id dropped in front of its parameters.
+/// shader names and the node's own id dropped in front of its parameters. Names that a record cuts
+/// are meant where they stand whole.
 class EvaluateParametersParaser : public ShaderReader::Parser {
  public:
   EvaluateParametersParaser(const GraphParameterNames& parameterNames, std::string id)
@@ -21,7 +22,9 @@ class EvaluateParametersParaser : public ShaderReader::Parser {
     if (output.ends_with('\n') && (token == "\t" || token == "\n")) return false;
 
     const std::size_t place = reader.position() - length;
-    if (token == id_) {
+    const std::string_view cut = token.substr(0, NameText::kCapacity);
+    const bool isId = token == id_ || (cut == id_ && reader.peek(0) == ':');
+    if (isId) {
       if (lexState == LexState::Preprocessor) {
         put(" ", place);
       } else {
@@ -33,8 +36,9 @@ class EvaluateParametersParaser : public ShaderReader::Parser {
       reader.skipCharacter();
       put(" ", place);
     } else {
-      if (parameterNames_.contains(token)) put(graphParameterPrefix(token), place);
-      keep(reader, length, token);
+      const bool isParameter = parameterNames_.contains(token);
+      if (isParameter) put(graphParameterPrefix(token), place);
+      keep(reader, length, isParameter ? cut : token);
     }
     return false;
   }

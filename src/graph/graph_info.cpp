@@ -4,8 +4,10 @@ namespace vellumtide {
 
 GraphParameterNames::GraphParameterNames(const pbGraphInfo& graph) {
   names_.reserve(graph.parameters.size());
-  for (const pbParameter& parameter : graph.parameters)
+  for (const pbParameter& parameter : graph.parameters) {
     names_.insert(parameter.name);
+    names_.insert(parameter.sourceName);
+  }
 }
 
 KernelsByName::KernelsByName(const pbGraphInfo& graph) {

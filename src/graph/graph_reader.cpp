@@ -76,7 +76,6 @@ void readParameterMetadata(const TiXmlElement& element, pbParameter& parameter) 
 
 pbParameter readParameter(const TiXmlElement& element) {
   pbParameter parameter(typeFromName(attribute(element, "type")), attribute(element, "name"));
-  parameter.sourceName = parameter.name.view();
   forEachChild(element, "metadata",
                [&](const TiXmlElement& entry) { readParameterMetadata(entry, parameter); });
   return parameter;

@@ -33,12 +33,13 @@ void ImageNode::evaluate(const RenderContext& context) {
   evaluated = true;
 }
 
-// What glGetTexImage gives, kept to the buffer: as there, no pixel is scaled on its way.
+// What glGetTexImage is said to give, kept to the buffer. Some drivers forget the scale there.
 void ImageNode::readback(const RenderContext& context) {
   ImageDesc output = context.output;
   if (ImageSize{output.width, output.height} == image.size()) output.x = output.y = 0;
   image.bindForDrawing();
   glReadBuffer(GL_COLOR_ATTACHMENT0_EXT);
+  const ScopedChannelScale scale(output.depth == 2 ? 0.5f : 1.0f);
   readBuffer(output, readFormatOf(output.channels), image.size());
   image.unbind();
 }

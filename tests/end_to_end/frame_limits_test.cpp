@@ -25,7 +25,7 @@ TEST(FrameLimits, ImagesAsOutputFillWhateverIsAskedFor) {
   Session session;
   const std::string images = "a=image b=image n=Copy a>n.src ";
   const std::string copy = kernelText("", "dst = sampleNearest(src, outCoord());", "Copy");
-  for (const PF_PixelFormat format : {PF_PixelFormat_ARGB32, PF_PixelFormat_ARGB128}) {
+  for (const PF_PixelFormat format : kFormats) {
     const World own = randomWorld(kWidth, kHeight, format, {4, 0, 0});
     for (const auto& size : {std::pair{40, 30}, {5, 4}, {17, 2}, {17, 13}, {1, 60}}) {
       const World other = randomWorld(size.first, size.second, format, {12, 0, 0});

@@ -27,7 +27,7 @@ TEST(HostileTexts, InTheNameOfALostFile) {
       {kInjection + "'?" + kInjection, kInjection + "'?" + kInjection},
       {"\xC3\xA9\xE6\x97\xA5\xF0\x9F\x98\x80.pbk", "\xC3\xA9\xE6\x97\xA5\xF0\x9F\x98\x80.pbk"},
       {std::string("end\0of", 6), "end"},
-      {"no\xFFt utf\x80-8", "not utf-8"},
+      {"no\xFFt utf\x80-8", "no\xEF\xBF\xBDt utf\xEF\xBF\xBD-8"},
       {std::string(1 << 20, '"'), std::string(1 << 20, '"')}};
   Session session;
   Layer& layer = session.comp.addLayer("layer", smallWorld());

@@ -51,7 +51,7 @@ FrameImage imageOf(World& world, const PF_LRect& part, int index, float aspect) 
 ValueCells valueOf(const Effect& effect, const RenderOptions& options, const PlanParameter& each) {
   if (each.slot < 0) {
     const pbValue& value = each.parameter.defaultValue;
-    return value.isSet ? value.cells : ValueCells();
+    return value.isSet ? value.meantCells() : ValueCells();
   }
   const auto record = [&](int offset) {
     const A_Time time{options.time, options.timeScale};

@@ -78,13 +78,12 @@ class GraphWriter {
                         &dice_.pick(kernels_)});
       const GraphNode& node = nodes_.back();
       const std::string kernel = dice_.oneIn(60) ? "Missing" : node.kernel->name;
-      line("<node" + attribute("id", node.id) + attribute("name", kernel) +
-           " vendor=\"v\" namespace=\"n\" version=\"1\"><evaluateParameters><![CDATA[");
       std::string statements;
       for (const auto& [type, name] : node.kernel->parameters)
         statements += node.id + "::" + name + " = " + valueFor(type) + "; ";
-      line("void evaluateParameters() { " + statements + "}");
-      line("]]></evaluateParameters></node>");
+      line("<node" + attribute("id", node.id) + attribute("name", kernel) +
+           " vendor=\"v\" namespace=\"n\" version=\"1\"><evaluateParameters><![CDATA[" +
+           "void evaluateParameters() { " + statements + "}]]></evaluateParameters></node>");
     }
   }
 

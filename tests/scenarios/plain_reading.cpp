@@ -1,5 +1,6 @@
 #include "tests/scenarios/plain_reading.h"
 
+#include <algorithm>
 #include <regex>
 
 #include "glsl/prelude.h"
@@ -42,6 +43,8 @@ std::string plainFragment(std::string_view source) {
   const std::string text = withoutComments(source);
   std::smatch kernel;
   if (!std::regex_search(text, kernel, std::regex("(^|\n)\\s*kernel\\s+\\w+\\s*"))) return "";
+  // A brace in front of the kernel would be its opening one.
+  if (text.find('{') < static_cast<std::size_t>(kernel.position())) return "";
   const auto begin = static_cast<std::size_t>(kernel.position() + kernel.length());
   const std::size_t metadata = text[begin] == '<' ? behind(text, begin, '<', '>') : begin;
   const std::size_t open = metadata == std::string::npos ? metadata : text.find('{', metadata);
@@ -62,6 +65,9 @@ std::string plainFragment(std::string_view source) {
     if (end == std::string::npos) return "";
     body.erase(at, end - at);
   }
+  // What GLSL does not know is for the driver to take or not.
+  const auto isForeign = [](char c) { return static_cast<unsigned char>(c) > 0x7E; };
+  if (std::any_of(body.begin(), body.end(), isForeign)) return "";
   const std::string output = firstMatch(body, "\\boutput\\s+\\w+\\s+(\\w+)");
   return "#define parameter uniform\n#define vlmk__INPUT_MAX 8\n"
          "#define vlmk_SWIZZLE_IN .gbar\n" +

@@ -72,10 +72,12 @@ GLuint imageTexture(const PlanNode& node, const FrameRequest& request, GLint fil
   if (width <= 0 || height <= 0) return texture;
   glBindTexture(GL_TEXTURE_2D, texture);
   glPixelStorei(GL_UNPACK_ROW_LENGTH, found->rowLength);
-  glPixelStorei(GL_UNPACK_SKIP_PIXELS, skipX);
-  glPixelStorei(GL_UNPACK_SKIP_ROWS, skipY);
+  // The software rasteriser forgets what is to be skipped when it scales.
+  const auto skipped = (static_cast<std::ptrdiff_t>(skipY) * found->rowLength + skipX) *
+                       headless::bytesPerPixel(request.format);
   if (format.type == GL_UNSIGNED_SHORT) setScale(2);
-  glTexSubImage2D(GL_TEXTURE_2D, 0, x, y, width, height, GL_RGBA, format.type, found->pixels);
+  glTexSubImage2D(GL_TEXTURE_2D, 0, x, y, width, height, GL_RGBA, format.type,
+                  static_cast<const std::uint8_t*>(found->pixels) + skipped);
   setScale(1);
   return texture;
 }
@@ -276,7 +278,10 @@ void SecondOpinion::drawNode(const Plan& plan, int index, const FrameRequest& re
 
 void SecondOpinion::readBack(GLuint texture, bool isImage, headless::World& output, int width,
                              int height) {
-  const PF_LRect rect = output.rect();
+  output.fillBytes(0);
+  // An input image of the buffer's size is taken as a whole, whatever the buffer's place.
+  const bool isWhole = isImage && output.width() == width && output.height() == height;
+  const PF_LRect rect = isWhole ? PF_LRect{0, 0, width, height} : output.rect();
   const int left = std::max(rect.left, 0), top = std::max(rect.top, 0);
   const int columns = std::min(rect.right, width) - left,
             rows = std::min(rect.bottom, height) - top;

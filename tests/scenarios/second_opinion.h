@@ -45,7 +45,7 @@ class SecondOpinion {
   // should, is named in `wronged`.
   bool canDraw(const Plan& plan, std::string& wronged);
   // Draws and reads the output image back into the world, whose origin says which part; what lies
-  // outside the image is left alone.
+  // outside the image becomes transparent black.
   void draw(const Plan& plan, const FrameRequest& request, GLint filter, headless::World& output);
   int largestTexture() const { return largestTexture_; }
 
