@@ -62,7 +62,7 @@ set(VELLUMTIDE_DOORS
   "bank: aeapi kernel"
   "gl: aeapi core"
   "nodes: core kernel glsl graph gl"
-  "panel: aeapi core services bank nodes"
+  "panel: aeapi core services kernel bank nodes"
   "host: aeapi core services services/dialogs kernel glsl graph bank gl nodes panel"
   "headless: aeapi"
   "headless/suites: headless"

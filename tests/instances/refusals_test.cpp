@@ -9,8 +9,6 @@
 namespace vellumtide::instances {
 namespace {
 
-constexpr PF_Err kRefused = PF_Err_OUT_OF_MEMORY;
-
 // Without memory for the scope a set-down can free nothing: its first two calls are that memory.
 constexpr int kScopeCalls = 2;
 

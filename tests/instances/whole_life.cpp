@@ -5,7 +5,6 @@
 namespace vellumtide::instances {
 namespace {
 
-constexpr PF_Err kRefused = PF_Err_OUT_OF_MEMORY;
 constexpr PF_Err kNoInstance = PF_Err_INTERNAL_STRUCT_DAMAGED;
 
 constexpr PF_PixelFormat kFormats[] = {PF_PixelFormat_ARGB32, PF_PixelFormat_ARGB64,

@@ -8,6 +8,9 @@
 
 namespace vellumtide::instances {
 
+// A command that the host refuses something ends with this.
+inline constexpr PF_Err kRefused = PF_Err_OUT_OF_MEMORY;
+
 // One host, and what its commands work on.
 class Scene {
  public:
