@@ -39,7 +39,9 @@ void ImageNode::readback(const RenderContext& context) {
   if (ImageSize{output.width, output.height} == image.size()) output.x = output.y = 0;
   image.bindForDrawing();
   glReadBuffer(GL_COLOR_ATTACHMENT0_EXT);
-  const ScopedChannelScale scale(output.depth == 2 ? 0.5f : 1.0f);
+  const bool isHost16Bit =
+      pixelFormatOf(output.depth).type == GL_UNSIGNED_SHORT && output.channels == 4;
+  const ScopedChannelScale scale(isHost16Bit ? 0.5f : 1.0f);
   readBuffer(output, readFormatOf(output.channels), image.size());
   image.unbind();
 }

@@ -93,20 +93,12 @@ class Buffer {
   std::vector<unsigned char> bytes_;
 };
 
-// As image nodes give their pixels back: the last channel first, 16 bits in GL's whole range.
-std::vector<unsigned char> asImage(const std::vector<unsigned char>& pixel, int depth) {
+// As image nodes give their pixels back: the last channel first.
+std::vector<unsigned char> asImage(const std::vector<unsigned char>& pixel) {
   const std::size_t size = pixel.size() / 4;
   std::vector<unsigned char> result;
-  for (std::size_t channel = 4; channel-- > 0;) {
-    std::vector<unsigned char> bytes(&pixel[channel * size], &pixel[channel * size] + size);
-    std::uint16_t word = 0;
-    if (depth == 2) {
-      std::memcpy(&word, bytes.data(), sizeof word);
-      word = static_cast<std::uint16_t>(word * 2);
-      std::memcpy(bytes.data(), &word, sizeof word);
-    }
-    result.insert(result.end(), bytes.begin(), bytes.end());
-  }
+  for (std::size_t channel = 4; channel-- > 0;)
+    result.insert(result.end(), &pixel[channel * size], &pixel[channel * size] + size);
   return result;
 }
 
@@ -190,7 +182,7 @@ TEST_F(Drawing, EveryBufferGetsWhatLiesUnderItAndNothingElseIsWritten) {
               for (int y = 0; y < to.height; ++y) {
                 for (int x = 0; x < to.width; ++x) {
                   auto expected = whole ? input.shown(x, y) : input.shown(to.x + x, to.y + y);
-                  if (outputIndex == 1) expected = asImage(expected, depth);
+                  if (outputIndex == 1) expected = asImage(expected);
                   const std::vector<unsigned char> got(output.at(x, y),
                                                        output.at(x, y) + expected.size());
                   ASSERT_EQ(got, expected) << x << ", " << y;
