@@ -88,7 +88,7 @@ class Locator {
 class Collector {
  public:
   Collector(const Program& program, const std::string& file)
-      : program_(program), file_(file), shaders_(program), lines_(program.text) {}
+      : file_(file), shaders_(program), lines_(program.text) {}
 
   std::vector<BuildError> collect(const std::string& log) {
     const std::vector<std::string> labels = shaders_.labels();
@@ -187,7 +187,6 @@ class Collector {
     if (std::find(list.begin(), list.end(), item) == list.end()) list.push_back(item);
   }
 
-  const Program& program_;
   const std::string& file_;
   ProgramShaders shaders_;
   SourceLines lines_;

@@ -75,16 +75,15 @@ std::optional<Failure> RenderRecords::firstFailure() const {
 }
 
 nlohmann::ordered_json RenderRecords::json() const {
-  using Json = nlohmann::ordered_json;
   const std::lock_guard lock(mutex_);
-  Json list = Json::array();
+  auto list = nlohmann::ordered_json::array();
   for (const FrameRecord& record : frames_) {
-    Json entry = {{"frame", nullptr},
-                  {"status", statusName(record.status)},
-                  {"file", record.file},
-                  {"readMs", record.readMs},
-                  {"renderMs", record.renderMs},
-                  {"writeMs", record.writeMs}};
+    nlohmann::ordered_json entry = {{"frame", nullptr},
+                                    {"status", statusName(record.status)},
+                                    {"file", record.file},
+                                    {"readMs", record.readMs},
+                                    {"renderMs", record.renderMs},
+                                    {"writeMs", record.writeMs}};
     if (record.frame) entry["frame"] = *record.frame;
     if (record.failure) entry["error"] = record.failure->what();
     list.push_back(std::move(entry));
