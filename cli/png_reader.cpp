@@ -1,7 +1,7 @@
 #include <cerrno>
 #include <fstream>
-#include <system_error>
 
+#include "cli/failure.h"
 #include "cli/image_format.h"
 #include "cli/png_image.h"
 #include "cli/png_stream.h"
@@ -92,7 +92,7 @@ auto withPng(const fs::path& path, Action action) {
   errno = 0;
   std::ifstream stream(path, std::ios::binary);
   if (!stream) {
-    failImage(path, "cannot be opened: " + std::generic_category().message(errno ? errno : EIO));
+    failImage(path, "cannot be opened: " + lastReason());
   }
   try {
     return action(stream);
