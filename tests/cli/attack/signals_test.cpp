@@ -66,7 +66,7 @@ const Attack kSignals[] = {
      .changes = "+out.png +r.json ",
      .check = "grep -q '\"done\"' r.json"},
     {.name = "IntTwiceNaming",
-     .command = NAMING "TRAP_SIGNALS='2 2' TRAP_GAP=600 TRAP_PASSES=1000" JOB,
+     .command = NAMING "TRAP_SIGNALS='2 2' TRAP_GAP=600 TRAP_PASSES=400" JOB,
      .status = 130,
      .message = "interrupted by SIGINT: nothing was written",
      .changes = "+r.json ",

@@ -5,7 +5,7 @@
 //   TRAP_NAME     for the first two: part of the file's name
 //   TRAP_SIGNALS  numbers, sent to the process one after the other
 //   TRAP_STAMP    file that then gets the time in nanoseconds since 1970
-//   TRAP_GAP      milliseconds between them
+//   TRAP_GAP      milliseconds after each of them
 //   TRAP_PASSES   milliseconds after which the call goes on, once the signals were taken
 #include <dlfcn.h>
 #include <fcntl.h>
