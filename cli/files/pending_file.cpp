@@ -10,6 +10,7 @@
 #include <string>
 #include <thread>
 
+#include "cli/text/failure.h"
 #include "cli/text/utf8_path.h"
 
 namespace vellumtide::cli {
@@ -84,7 +85,7 @@ void writeFile(const std::filesystem::path& target, std::string_view bytes) {
   errno = 0;
   file.write(bytes.data(), static_cast<std::streamsize>(bytes.size()));
   file.close();
-  if (!file) throw WriteRefusal(std::generic_category().message(errno != 0 ? errno : EIO));
+  if (!file) throw WriteRefusal(lastReason());
   pending.commit();
 }
 

@@ -76,7 +76,7 @@ void checkReadable(const fs::path& path) {
   }
   errno = 0;
   if (!std::ifstream(path, std::ios::binary)) {
-    failImage(path, "cannot be opened: " + std::generic_category().message(errno ? errno : EIO));
+    failImage(path, "cannot be opened: " + lastReason());
   }
 }
 

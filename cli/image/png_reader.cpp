@@ -1,11 +1,11 @@
 #include <cerrno>
 #include <fstream>
-#include <system_error>
 
 #include "cli/image/image_format.h"
 #include "cli/image/png_image.h"
 #include "cli/image/png_stream.h"
 #include "cli/image/sample_math.h"
+#include "cli/text/failure.h"
 
 namespace vellumtide::cli {
 namespace {
@@ -92,7 +92,7 @@ auto withPng(const fs::path& path, Action action) {
   errno = 0;
   std::ifstream stream(path, std::ios::binary);
   if (!stream) {
-    failImage(path, "cannot be opened: " + std::generic_category().message(errno ? errno : EIO));
+    failImage(path, "cannot be opened: " + lastReason());
   }
   try {
     return action(stream);

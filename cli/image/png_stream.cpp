@@ -3,8 +3,8 @@
 #include <cerrno>
 #include <istream>
 #include <ostream>
-#include <string>
-#include <system_error>
+
+#include "cli/failure.h"
 
 namespace vellumtide::cli {
 namespace {
@@ -27,8 +27,7 @@ void writeBytes(png_structp png, png_bytep bytes, std::size_t count) {
   auto& stream = *static_cast<std::ostream*>(png_get_io_ptr(png));
   errno = 0;
   if (!stream.write(reinterpret_cast<const char*>(bytes), static_cast<std::streamsize>(count))) {
-    const std::string reason = std::generic_category().message(errno != 0 ? errno : EIO);
-    png_error(png, reason.c_str());
+    png_error(png, lastReason().c_str());
   }
 }
 

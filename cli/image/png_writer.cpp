@@ -1,3 +1,4 @@
+#include <cerrno>
 #include <cmath>
 #include <fstream>
 
@@ -5,6 +6,7 @@
 #include "cli/image/png_image.h"
 #include "cli/image/png_stream.h"
 #include "cli/image/sample_math.h"
+#include "cli/text/failure.h"
 
 namespace vellumtide::cli {
 namespace {
@@ -66,12 +68,13 @@ void writePng(std::ostream& stream, const headless::World& pixels, double pixelA
 void encodePngFile(const fs::path& file, const fs::path& target, const headless::World& pixels,
                    double pixelAspect, const WriteOptions& options) {
   const SampleType type = writtenType(target, pixels.format(), options);
+  errno = 0;
   std::ofstream stream(file, std::ios::binary);
   try {
-    if (!stream) throw PngError("the file cannot be made");
+    if (!stream) throw PngError(lastReason());
     writePng(stream, pixels, pixelAspect, type, options);
     stream.close();
-    if (!stream) throw PngError("the disk takes no more");
+    if (!stream) throw PngError(lastReason());
   } catch (const PngError& error) {
     failImage(target, std::string("cannot be written: ") + error.what());
   }

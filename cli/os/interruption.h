@@ -29,7 +29,8 @@ class Interruption {
   // The signal that came, 0 for none.
   static int signal();
 
-  static constexpr double kGraceSeconds = 2.5, kStepSeconds = 0.5, kRemovalSeconds = 0.9;
+  // With all that hangs four seconds, which leaves a busy machine one.
+  static constexpr double kGraceSeconds = 2, kStepSeconds = 0.4, kRemovalSeconds = 0.8;
 
  private:
   friend class SignalAnswer;

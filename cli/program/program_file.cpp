@@ -4,7 +4,6 @@
 #include <cstring>
 #include <fstream>
 #include <iterator>
-#include <system_error>
 
 #include "bank/slot_assignment.h"
 #include "cli/text/failure.h"
@@ -35,13 +34,10 @@ std::string readText(const fs::path& path) {
   std::ifstream file(path, std::ios::binary);
   std::string text{std::istreambuf_iterator<char>(file), {}};
   if (!file) {
-    const int reason = errno;
-    if (reason == EMFILE || reason == ENFILE || reason == ENOMEM) {
-      throw Failure(ExitStatus::Failed,
-                    utf8(path) + ": cannot be read: " + std::generic_category().message(reason));
-    }
-    fail(path,
-         "cannot be read: " + (reason ? std::generic_category().message(reason) : "I/O error"));
+    const bool isMachine = errno == EMFILE || errno == ENFILE || errno == ENOMEM;
+    const std::string reason = "cannot be read: " + lastReason();
+    if (isMachine) throw Failure(ExitStatus::Failed, utf8(path) + ": " + reason);
+    fail(path, reason);
   }
   return text;
 }

@@ -32,7 +32,8 @@ bool mayHoldReport(const std::string& file) {
   if (!fs::is_regular_file(path, ignored) || fs::file_size(path, ignored) == 0) return true;
   std::ifstream stream(path, std::ios::binary);
   const Json old = Json::parse(stream, nullptr, false);
-  return old.is_object() && old.contains("status");
+  // In a file of keyframes a control of that name holds a list.
+  return old.is_object() && old.contains("status") && old["status"].is_string();
 }
 
 void writeReport(const std::string& file, const std::string& program, const RenderRecords& records,

@@ -1,5 +1,6 @@
 #include "cli/text/failure.h"
 
+#include <cerrno>
 #include <filesystem>
 #include <new>
 
@@ -29,6 +30,10 @@ Failure failureOf(const std::exception& error) {
 
 std::string reasonOf(const std::error_code& error) {
   return error == std::errc::no_such_file_or_directory ? "there is no such file" : error.message();
+}
+
+std::string lastReason() {
+  return std::generic_category().message(errno != 0 ? errno : EIO);
 }
 
 }  // namespace vellumtide::cli

@@ -35,4 +35,8 @@ Failure failureOf(const std::exception& error);
 // Why a file cannot be had, in the system's words; "there is no such file" when that is all.
 std::string reasonOf(const std::error_code& error);
 
+// Why the C library's last call failed, in the system's words. Streams leave no reason behind when
+// nothing failed below them: set errno to 0 before.
+std::string lastReason();
+
 }  // namespace vellumtide::cli

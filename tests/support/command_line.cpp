@@ -26,10 +26,10 @@ Outcome CommandLine::run(const std::string& arguments, const std::string& enviro
           contents(file(".stderr"))};
 }
 
-pid_t CommandLine::start(const std::string& arguments) const {
-  const std::string command = "cd " + folder_.path().string() + " && mkdir -p tmp && TMPDIR=tmp " +
-                              "exec " + VELLUMTIDE_EXECUTABLE + " render " + arguments +
-                              " >.stdout 2>.stderr </dev/null";
+pid_t CommandLine::start(const std::string& arguments, const std::string& environment) const {
+  const std::string command = "cd " + folder_.path().string() + " && mkdir -p tmp && exec env " +
+                              "TMPDIR=tmp " + environment + " " VELLUMTIDE_EXECUTABLE " render " +
+                              arguments + " >.stdout 2>.stderr </dev/null";
   const pid_t child = fork();
   if (child != 0) return child;
   execl("/bin/sh", "sh", "-c", command.c_str(), nullptr);

@@ -23,7 +23,7 @@ class CommandLine : public testing::Test {
   Outcome run(const std::string& arguments, const std::string& environment = "") const;
 
   // Starts a render in the background and returns its process; its temporary files go to "tmp".
-  pid_t start(const std::string& arguments) const;
+  pid_t start(const std::string& arguments, const std::string& environment = "") const;
   // Waits for its end and returns the status as a shell tells it.
   static int wait(pid_t child);
 

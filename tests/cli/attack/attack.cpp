@@ -17,6 +17,7 @@ namespace {
 namespace fs = std::filesystem;
 
 constexpr const char* kAsNobody = "setpriv --reuid=65534 --regid=65534 --clear-groups ";
+constexpr int kNoFileSystem = 98;  // what a row's shell ends with when it may not mount one
 constexpr int kSetUpSeconds = 20, kCommandSeconds = 25;
 
 std::string quoted(const fs::path& path) {
@@ -176,6 +177,11 @@ TEST_P(AttackTest, LosesNothing) {
     AttackedTree tree(person);
     tree.setUp(row.setUp);
     const AttackedTree::Result result = tree.run(row.command);
+    if (result.status == kNoFileSystem) {
+      ran = false;
+      why = "no file system can be mounted here";
+      break;
+    }
     EXPECT_EQ(result.status, row.status) << result.error;
     EXPECT_EQ(result.changes, row.changes) << result.error;
     EXPECT_EQ(result.broken, "");

@@ -154,6 +154,14 @@ const Attack kSmall[] = {
      .command = "$V compare in.png b.png --allow 101%",
      .status = 2,
      .message = "--allow 101%: a share is at most 100%"},
+    {.name = "WhatIsNotFinite",
+     .setUp = "sed 's|float4(0.5|float4(1.0 / 0.0|' grey.pbk >inf.pbk\n"
+              "for k in grey inf; do $V render $k.pbk --size 8x6 --depth 32 -o $k.exr; done",
+     .command = "$V compare grey.exr inf.exr",
+     .status = 1,
+     .message = "differ in 48 of 48 pixels",
+     .check = "grep -q '48 pixels hold NaN or infinity; mean and RMS leave those' $OUT; "
+              "grep -q 'mean difference  *0' $OUT"},
     {.name = "NoThreads",
      .command = "$V render k.pbk -i in.png -o new.png --threads abc",
      .status = 2,

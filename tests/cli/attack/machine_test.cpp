@@ -15,8 +15,7 @@ const Attack kMachine[] = {
     {.name = "NoTemporaryFolderForCheck",
      .command = "TMPDIR=/no/tmp $V check k.pbk",
      .status = 1,
-     .message = "1 of 1 programs failed",
-     .check = "grep -q '/no/tmp (TMPDIR): No such file' $OUT"},
+     .message = "/no/tmp (TMPDIR): No such file or directory"},
     {.name = "ForbiddenTemporaryFolder",
      .setUp = "mkdir -m 500 locked",
      .command = "TMPDIR=locked " RENDER,
@@ -91,12 +90,11 @@ TEST(Machine, FewDescriptors) {
   AttackedTree tree(Person::Root);
   int lacking = 0;
   for (int files = 4; files <= 40; ++files) {
-    const AttackedTree::Result result =
-        tree.run("ulimit -n " + std::to_string(files) + "; " + RENDER +
-                 "; S=$?; rm -f out.png; "
-                 "exit $S");
+    const AttackedTree::Result result = tree.run("(ulimit -n " + std::to_string(files) + "; " +
+                                                 RENDER "); S=$?; rm -f out.png; exit $S");
     EXPECT_EQ(result.changes, "") << files;
-    if (result.status == 0) continue;
+    // Even the system's loader needs some, and ends with a status of its own.
+    if (result.status == 0 || result.status == 127) continue;
     ++lacking;
     EXPECT_TRUE(result.status == 1 || result.status == 4) << files << ": " << result.error;
     EXPECT_NE(result.error.find("Too many open files"), std::string::npos)

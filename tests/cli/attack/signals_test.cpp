@@ -7,6 +7,7 @@
 #define BUILDING TRAPPED "TRAP_CALL=eglInitialize "
 #define RENDERING TRAPPED "TRAP_CALL=glReadPixels "
 #define WRITING TRAPPED "TRAP_CALL=open TRAP_NAME=.out "
+#define NAMING TRAPPED "TRAP_CALL=rename TRAP_NAME=out.png "
 #define REPORTING TRAPPED "TRAP_CALL=open TRAP_NAME=.r. "
 #define JOB " $V render k.pbk -i in.png -o out.png --report r.json "
 #define SEEN(command) "{ " command "; } 2>../seen; S=$?; cat ../seen >&2; exit $S"
@@ -59,6 +60,17 @@ const Attack kSignals[] = {
      .message = kNothing,
      .changes = "+r.json ",
      .check = SAYS_ONCE("interrupted by") "; test $(grep -c openjd_fail $OUT) = 1"},
+    // What is on its way is finished in peace when a signal comes twice, but not when Ctrl-C does.
+    {.name = "TermTwiceNaming",
+     .command = NAMING "TRAP_SIGNALS='15 15' TRAP_PASSES=500" JOB,
+     .changes = "+out.png +r.json ",
+     .check = "grep -q '\"done\"' r.json"},
+    {.name = "IntTwiceNaming",
+     .command = NAMING "TRAP_SIGNALS='2 2' TRAP_GAP=600 TRAP_PASSES=400" JOB,
+     .status = 130,
+     .message = "interrupted by SIGINT: nothing was written",
+     .changes = "+r.json ",
+     .check = REPORTS("130")},
     {.name = "TermReadingTheProgram",
      .command = TRAPPED "TRAP_CALL=open TRAP_NAME=k.pbk TRAP_SIGNALS=15" JOB "--progress json",
      .status = 143,
@@ -90,7 +102,7 @@ const Attack kSignals[] = {
      .changes = "+r.json ",
      .check = REPORTS("129")},
     {.name = "TermNaming",
-     .command = TRAPPED "TRAP_CALL=rename TRAP_NAME=out.png TRAP_SIGNALS=15" JOB,
+     .command = NAMING "TRAP_SIGNALS=15" JOB,
      .status = 143,
      .message = kNothing,
      .changes = "+r.json "},
@@ -107,9 +119,7 @@ const Attack kSignals[] = {
      .message = "with --frames 2,1,3",
      .check = SAYS_ONCE("0 of 3 frames are complete")},
     {.name = "CrashRendering", .command = RENDERING "TRAP_SIGNALS=11" JOB, .status = 139},
-    {.name = "CrashWriting",
-     .command = TRAPPED "TRAP_CALL=rename TRAP_NAME=out.png TRAP_SIGNALS=6" JOB,
-     .status = 134},
+    {.name = "CrashWriting", .command = NAMING "TRAP_SIGNALS=6" JOB, .status = 134},
     // Signals that were ignored stay so.
     {.name = "NoHup",
      .command = "trap '' HUP; " READING "TRAP_PASSES=1 TRAP_SIGNALS=1 $V render k.pbk -i in.png "

@@ -5,7 +5,8 @@
 //   TRAP_NAME     for the first two: part of the file's name
 //   TRAP_SIGNALS  numbers, sent to the process one after the other
 //   TRAP_STAMP    file that then gets the time in nanoseconds since 1970
-//   TRAP_PASSES   when set, the call goes on once the signals are no longer pending
+//   TRAP_GAP      milliseconds after each of them
+//   TRAP_PASSES   milliseconds after which the call goes on, once the signals were taken
 #include <dlfcn.h>
 #include <fcntl.h>
 #include <unistd.h>
@@ -49,21 +50,28 @@ bool isPending() {
   return false;
 }
 
+void pass(const char* milliseconds) {
+  const long time = milliseconds != nullptr ? std::strtol(milliseconds, nullptr, 10) : 0;
+  const timespec pause{time / 1000, time % 1000 * 1000000};
+  nanosleep(&pause, nullptr);
+}
+
 void spring(const char* call, const char* name = "") {
   if (!isTrap(call, name)) return;
   writeStamp();
   if (const char* signals = std::getenv("TRAP_SIGNALS")) {
     char* rest = const_cast<char*>(signals);
-    while (const long signal = std::strtol(rest, &rest, 10))
+    while (const long signal = std::strtol(rest, &rest, 10)) {
       kill(getpid(), static_cast<int>(signal));
+      // Of two that are pending at a time the system makes one.
+      while (isPending())
+        pass("1");
+      pass(std::getenv("TRAP_GAP"));
+    }
   }
-  const timespec moment{0, 1000000};
-  if (std::getenv("TRAP_PASSES") != nullptr) {
-    while (isPending())
-      nanosleep(&moment, nullptr);
-    return;
-  }
-  while (true)
+  const char* const passes = std::getenv("TRAP_PASSES");
+  pass(passes);
+  while (passes == nullptr)
     pause();
 }
 

@@ -100,6 +100,11 @@ const Attack kReports[] = {
      .command = RENDER "--bogus --animation keys.json --report keys.json",
      .status = 2,
      .message = "--report keys.json: not written"},
+    {.name = "OverKeysThatLookLikeAReport",
+     .setUp = "echo '{\"status\": [{\"frame\": 1, \"value\": 1}]}' >keys.json",
+     .command = RENDER "--bogus --animation keys.json --report keys.json",
+     .status = 2,
+     .message = "--report keys.json: not written"},
 };
 INSTANTIATE_TEST_SUITE_P(Reports, AttackTest, testing::ValuesIn(kReports), attackName);
 
