@@ -132,6 +132,8 @@ TEST(Panel, DefaultsComeIntoTheRangeOfTheirControls) {
               huge + ", -" + huge + ");>;" +
               "parameter float2 c <parameterType: \"position\"; defaultValue: float2(-" + huge +
               ", 7);>;"
+              "parameter float2 d <aeUIControl: \"aePoint\";"
+              "  aePointRelativeDefaultValue: float2(0.25);>;"
               "parameter int pick <aeUIControl: \"aePopup\"; defaultValue: 99;>;"
               "parameter float item <aeUIControl: \"aePopup\"; defaultValue: -" +
               huge +
@@ -152,7 +154,7 @@ TEST(Panel, DefaultsComeIntoTheRangeOfTheirControls) {
   const struct {
     const char* label;
     double x, y;
-  } points[] = {{"a", 20, 5}, {"b", 32767, -32767}, {"c", -32767, 7}};
+  } points[] = {{"a", 20, 5}, {"b", 32767, -32767}, {"c", -32767, 7}, {"d", 10, 5}};
   for (const auto& point : points) {
     EXPECT_EQ(effect.findShown(point.label)->point.x, point.x) << point.label;
     EXPECT_EQ(effect.findShown(point.label)->point.y, point.y) << point.label;
