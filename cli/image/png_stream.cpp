@@ -4,7 +4,7 @@
 #include <istream>
 #include <ostream>
 
-#include "cli/failure.h"
+#include "cli/text/failure.h"
 
 namespace vellumtide::cli {
 namespace {

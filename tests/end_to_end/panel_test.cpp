@@ -132,6 +132,8 @@ TEST(Panel, DefaultsComeIntoTheRangeOfTheirControls) {
               huge + ", -" + huge + ");>;" +
               "parameter float2 c <parameterType: \"position\"; defaultValue: float2(-" + huge +
               ", 7);>;"
+              "parameter float2 d <aeUIControl: \"aePoint\";"
+              "  aePointRelativeDefaultValue: float2(0.25);>;"
               "parameter int pick <aeUIControl: \"aePopup\"; defaultValue: 99;>;"
               "parameter float item <aeUIControl: \"aePopup\"; defaultValue: -" +
               huge +
@@ -152,7 +154,7 @@ TEST(Panel, DefaultsComeIntoTheRangeOfTheirControls) {
   const struct {
     const char* label;
     double x, y;
-  } points[] = {{"a", 20, 5}, {"b", 32767, -32767}, {"c", -32767, 7}};
+  } points[] = {{"a", 20, 5}, {"b", 32767, -32767}, {"c", -32767, 7}, {"d", 10, 5}};
   for (const auto& point : points) {
     EXPECT_EQ(effect.findShown(point.label)->point.x, point.x) << point.label;
     EXPECT_EQ(effect.findShown(point.label)->point.y, point.y) << point.label;
@@ -217,6 +219,62 @@ TEST(Panel, ARefusalCostsNoDefault) {
     session.host.closeInstance(effect);
     if (HasFailure()) break;
   }
+}
+
+// A control that the host never takes leaves the others as usual.
+TEST(Panel, ARefusedControlCostsNoOther) {
+  Session session;
+  headless::Gate& gate = session.host.gate();
+  const std::string path = session.file(
+      "k.pbk", kernelText("parameter float a <defaultValue: 1.0;>; parameter float b <defaultValue:"
+                          " 2.0;>; parameter float c <defaultValue: 3.0;>;",
+                          kCopy));
+  Effect& effect = session.host.newInstance(session.layer(picture(), path));
+  int tries = 0;
+  gate.onCall("AEGP_GetNewStreamValue", [&](CallKind, const char*) {
+    if (++tries <= 2) gate.refuseNth(CallKind::kSuiteCall, 1);
+  });
+  EXPECT_NE(session.host.updateParamsUi(effect), PF_Err_NONE);
+  EXPECT_EQ(gate.lastRefused(), "suite call: AEGP_SetStreamValue");
+  EXPECT_EQ(gate.refusals(), 2u);
+  gate.onCall("", {});
+  for (const auto& [label, number] : {std::pair{"a", 0}, {"b", 2}, {"c", 3}})
+    EXPECT_EQ(effect.findShown(label)->number, number);
+  effect.setNumber(effect.findShown("c")->index, 7);
+  EXPECT_EQ(session.host.updateParamsUi(effect), PF_Err_NONE);
+  EXPECT_EQ(effect.findShown("c")->number, 7) << "the user's value";
+
+  // The same of names and ranges, which the next update makes good.
+  bool wasRefused = false;
+  for (uint64_t n = 1; !wasRefused && n < 5000; ++n) {
+    Effect& other = session.host.newInstance(session.layer(picture(), path));
+    gate.refuseNth(CallKind::kSuiteCall, n);
+    session.host.updateParamsUi(other);
+    gate.refuseNth(0);
+    wasRefused = gate.lastRefused() == "suite call: PF_UpdateParamUI";
+    if (wasRefused) {
+      EXPECT_FALSE(other.findShown("a"));
+      EXPECT_TRUE(other.findShown("b") && other.findShown("c"));
+    }
+    session.host.closeInstance(other);
+  }
+  EXPECT_TRUE(wasRefused);
+}
+
+// What is saved while the defaults are given is not fresh when it comes back.
+TEST(Panel, ASaveAmongTheDefaultsKeepsTheUsersValues) {
+  Session session;
+  Effect& effect = session.host.newInstance(session.layer(
+      picture(),
+      session.file("k.pbk", kernelText("parameter float a <defaultValue: 1.0;>;", kCopy))));
+  session.host.gate().onCall("AEGP_SetStreamValue",
+                             [&](CallKind, const char*) { session.host.save(effect); });
+  EXPECT_EQ(session.host.updateParamsUi(effect), PF_Err_NONE);
+  EXPECT_EQ(session.host.gate().visits(), 1u);
+  session.host.gate().onCall("", {});
+  effect.setNumber(effect.findShown("a")->index, 7);
+  EXPECT_EQ(session.host.updateParamsUi(effect), PF_Err_NONE);
+  EXPECT_EQ(effect.findShown("a")->number, 7);
 }
 
 TEST(Panel, TheUsersNameOfAnInstanceStays) {

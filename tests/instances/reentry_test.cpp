@@ -190,5 +190,30 @@ TEST(Reentry, AnAnswerForAnInstanceThatIsGoneChangesNothing) {
   }
 }
 
+// A host that copies what a command gives it must not get an instance that has ended meanwhile.
+TEST(Reentry, WhatIsGoneIsNotGivenOut) {
+  Lost lost;
+  Effect& effect = lost.open();
+  Effect& twin = lost.open();
+  lost.host.sequenceSetdown(twin);
+  lost.host.flatten(effect);
+  const PF_Handle flat = effect.sequenceData;
+  const PF_OutData* out = nullptr;
+  CallArguments arguments;
+  arguments.adjust = [&](PF_InData&, PF_OutData& given) { out = &given; };
+  bool isGone = false;
+  lost.host.gate().onCall("", [&](CallKind, const char*) {
+    if (isGone || !out->sequence_data || out->sequence_data == flat) return;
+    isGone = true;
+    twin.sequenceData = out->sequence_data;
+    lost.host.sequenceSetdown(twin);
+  });
+  lost.host.call(PF_Cmd_SEQUENCE_RESETUP, &effect, arguments);
+  lost.host.gate().onCall("", {});
+  EXPECT_TRUE(isGone);
+  EXPECT_EQ(lost.host.books().faultText(), "");
+  EXPECT_FALSE(effect.sequenceData);
+}
+
 }  // namespace
 }  // namespace vellumtide::instances

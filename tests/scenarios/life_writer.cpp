@@ -20,6 +20,8 @@ class LifeWriter {
     layer("photo");
     layer("under");
     if (dice_.oneIn(2)) layer("third");
+    // The device fails the program's first load.
+    if (dice_.oneIn(100)) add({"busy", "1000000"});
     newInstance("e0");
     add({"panel", "e0"});
     layers("e0");
