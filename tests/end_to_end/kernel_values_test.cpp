@@ -137,32 +137,5 @@ TEST(KernelValues, ResolutionAndPixelAspect) {
   EXPECT_NEAR(pixelAt(session.render(effect, {.format = kFloat}), 20, 0)[2], 1, 1e-6);
 }
 
-// Where a layer has no pixels, and where none is chosen, a kernel reads transparent black.
-TEST(KernelValues, UpToFourLayersOfAnySize) {
-  Session session;
-  const std::string path = session.file(
-      "four.pbk", kernelText("input image4 a; input image4 b; input image4 c; input image4 d;",
-                             "float2 at = outCoord(); dst = float4(sampleNearest(a, at).r,"
-                             "sampleNearest(b, at).g, sampleNearest(c, at + float2(3, 3)).b,"
-                             "sampleNearest(d, at).a);"));
-  for (const PF_PixelFormat format : kFormats) {
-    const World picture = plainWorld(8, 6, format, {0.6, 0, 0, 0});
-    Effect& effect = session.effect(picture, path);
-    // Every node draws at the size of the largest layer.
-    setLayer(effect, "b", &session.layer(plainWorld(4, 3, format, {0, 0.4, 0, 0})));
-    const World large = randomWorld(11, 9, format);
-    setLayer(effect, "c", &session.layer(large));
-    const Formula expected = [&large](const Rgba&, int x, int y) {
-      return Rgba{0.6, x < 4 && y < 3 ? 0.4 : 0, pixelAt(large, x + 3, y + 3)[2], 0};
-    };
-    EXPECT_EQ(differences(picture, session.render(effect, {.format = format}), expected), "");
-    for (const char* label : {"b", "c", "d"})
-      setLayer(effect, label, nullptr);
-    EXPECT_EQ(differences(picture, session.render(effect, {.format = format}),
-                          everywhere({0.6, 0, 0, 0})),
-              "");
-  }
-}
-
 }  // namespace
 }  // namespace vellumtide::end_to_end

@@ -70,30 +70,6 @@ TEST(LifeCycle, SetUpReportsAndUnknownCommandsDoNothing) {
   EXPECT_EQ(host.lastCall().outFlags2, 0x00001400);
 }
 
-TEST(LifeCycle, AFullLifeLeavesTheBooksEmpty) {
-  Session session;
-  Host& host = session.host;
-  Effect& effect = session.graph(World(8, 8, PF_PixelFormat_ARGB32), twoNodes());
-  setLayer(effect, "b", &session.layer(randomWorld(50, 400, PF_PixelFormat_ARGB32)));
-  for (int frame = 0; frame < 100; ++frame) {
-    renderFrame(session, effect, frame);
-    const Holdings held = host.holdings();
-    EXPECT_EQ(held.params + held.pixels + held.suites + held.streams + held.worlds, 0);
-  }
-  Effect& copy = host.duplicate(effect);
-  EXPECT_EQ(host.flatten(effect), PF_Err_NONE);
-  EXPECT_EQ(host.resetup(effect), PF_Err_NONE);
-  for (Effect* each : {&effect, &copy}) {
-    EXPECT_EQ(host.updateParamsUi(*each), PF_Err_NONE);
-    EXPECT_EQ(each->title, "VTD: life");
-    session.render(*each);
-  }
-  host.flatten(copy);  // a project is closed while an instance is flat
-  host.finish();
-  EXPECT_TRUE(host.holdings().empty()) << host.holdings().text();
-  EXPECT_EQ(host.books().faultText(), "");
-}
-
 TEST(LifeCycle, MemoryDoesNotGrow) {
   if (residentKilobytes() == 0) GTEST_SKIP() << "the size of the process is not known";
   Session session;

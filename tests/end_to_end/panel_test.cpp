@@ -119,32 +119,23 @@ TEST(Panel, FullBanksLeaveParametersOut) {
 // The host refuses what a control cannot hold; one value must not cost the others theirs.
 TEST(Panel, DefaultsComeIntoTheRangeOfTheirControls) {
   Session session;
-  const std::string huge(60, '9');
-  Effect& effect = session.kernel(
-      picture(),
-      kernelText(
-          "parameter float4 ink <aeUIControl: \"aeColor\"; defaultValue: float4(2.0, 0.5, -3, " +
-              huge + ");>;" +
-              "parameter int3 tint <parameterType: \"colorRGB\"; defaultValue: int3(1,255,-1);>;"
-              "parameter float2 a <aeUIControl: \"aePoint\"; defaultValue: float2(1.0, 2.0);"
-              "  aePointRelativeDefaultValue: float2(0.5, 0.25);>;"
-              "parameter float2 b <aeUIControl: \"aePoint\"; aePointRelativeDefaultValue: float2(" +
-              huge + ", -" + huge + ");>;" +
-              "parameter float2 c <parameterType: \"position\"; defaultValue: float2(-" + huge +
-              ", 7);>;"
-              "parameter float2 d <aeUIControl: \"aePoint\";"
-              "  aePointRelativeDefaultValue: float2(0.25);>;"
-              "parameter int pick <aeUIControl: \"aePopup\"; defaultValue: 99;>;"
-              "parameter float item <aeUIControl: \"aePopup\"; defaultValue: -" +
-              huge +
-              ";>;"
-              "parameter int steps <defaultValue: 40000;>;"
-              "parameter float turn <aeUIControl: \"aeAngle\"; defaultValue: " +
-              huge +
-              ";>;"
-              "parameter float2 last <defaultValue: float2(-" +
-              huge + ", 3);>;",
-          kCopy));
+  std::string declarations = R"(
+      parameter float4 ink <aeUIControl: "aeColor"; defaultValue: float4(2.0, 0.5, -3, HUGE);>;
+      parameter int3 tint <parameterType: "colorRGB"; defaultValue: int3(1,255,-1);>;
+      parameter float2 a <aeUIControl: "aePoint"; defaultValue: float2(1.0, 2.0);
+        aePointRelativeDefaultValue: float2(0.5, 0.25);>;
+      parameter float2 b <aeUIControl: "aePoint";
+        aePointRelativeDefaultValue: float2(HUGE, -HUGE);>;
+      parameter float2 c <parameterType: "position"; defaultValue: float2(-HUGE, 7);>;
+      parameter float2 d <aeUIControl: "aePoint"; aePointRelativeDefaultValue: float2(0.25);>;
+      parameter int pick <aeUIControl: "aePopup"; defaultValue: 99;>;
+      parameter float item <aeUIControl: "aePopup"; defaultValue: -HUGE;>;
+      parameter int steps <defaultValue: 40000;>;
+      parameter float turn <aeUIControl: "aeAngle"; defaultValue: HUGE;>;
+      parameter float2 last <defaultValue: float2(-HUGE, 3);>;)";
+  for (std::size_t at; (at = declarations.find("HUGE")) != std::string::npos;)
+    declarations.replace(at, 4, 60, '9');
+  Effect& effect = session.kernel(picture(), kernelText(declarations, kCopy));
   const auto& color = effect.findShown("ink")->color;
   EXPECT_EQ((std::vector{color.red, color.green, color.blue, color.alpha}),
             (std::vector{1.0, 0.5, 0.0, 1.0}));
@@ -170,18 +161,16 @@ TEST(Panel, DefaultsComeIntoTheRangeOfTheirControls) {
   // Values that are no numbers come in graphs.
   Effect& graph = session.graph(
       picture(),
-      "<graph name='g'><parameter name='at' type='float2'><metadata name='aeUIControl' "
-      "value='aePoint'/><metadata name='aePointRelativeDefaultValue' value='nan,inf'/></parameter>"
-      "<parameter name='ink' type='float3'><metadata name='parameterType' value='colorRGB'/>"
-      "<metadata name='defaultValue' value='nan,inf,-inf'/></parameter><parameter name='pick' "
-      "type='float'><metadata name='aeUIControl' value='aePopup'/><metadata name='defaultValue' "
-      "value='nan'/></parameter><parameter name='n' type='float2'><metadata name='defaultValue' "
-      "value='nan,-inf'/><metadata name='minValue' value='nan,nan'/></parameter>"
-      "<inputImage type='image4' name='s'/><outputImage type='image4' name='o'/><kernel><![CDATA[" +
-          kernelText("", kCopy) +
-          "]]></kernel><node id='k' name='Sample'/><connect fromImage='s' toNode='k' "
-          "toInput='src'/>"
-          "<connect fromNode='k' fromOutput='dst' toImage='o'/></graph>");
+      R"(<graph name="g"><parameter name="at" type="float2"><metadata name="aeUIControl"
+      value="aePoint"/><metadata name="aePointRelativeDefaultValue" value="nan,inf"/></parameter>
+      <parameter name="ink" type="float3"><metadata name="parameterType" value="colorRGB"/>
+      <metadata name="defaultValue" value="nan,inf,-inf"/></parameter>
+      <parameter name="pick" type="float"><metadata name="aeUIControl" value="aePopup"/>
+      <metadata name="defaultValue" value="nan"/></parameter>
+      <parameter name="n" type="float2"><metadata name="defaultValue" value="nan,-inf"/>
+      <metadata name="minValue" value="nan,nan"/></parameter>
+      <inputImage type="image4" name="s"/><outputImage type="image4" name="o"/>
+      <connect fromImage="s" toImage="o"/></graph>)");
   EXPECT_EQ(graph.findShown("at")->point.x, 0);
   EXPECT_EQ(graph.findShown("at")->point.y, 32767);
   EXPECT_EQ(graph.findShown("ink")->color.red, 0);

@@ -1,4 +1,5 @@
-// A kernel that only copies returns every value as it was.
+// A kernel that only copies returns every value as it was, bit for bit, at every depth, wherever
+// the picture lies and whichever part is asked for.
 #include <gtest/gtest.h>
 
 #include <cstring>
@@ -9,8 +10,6 @@
 
 namespace vellumtide::end_to_end {
 namespace {
-
-const char* const kCopy = "dst = sampleNearest(src, outCoord());";
 
 // Counts through every value a channel can have, or through the floats that are easily lost.
 World everyValue(int width, int height, PF_PixelFormat format, WorldLayout layout) {
@@ -33,72 +32,41 @@ World everyValue(int width, int height, PF_PixelFormat format, WorldLayout layou
   return world;
 }
 
-// Where the first `width` times `height` pixels of two worlds differ, "" when they are the same.
-std::string firstDifference(const World& a, const World& b, int width, int height) {
-  const int size = bytesPerPixel(a.format());
-  for (int y = 0; y < height; ++y) {
-    for (int x = 0; x < width; ++x) {
-      if (std::memcmp(a.row(y) + x * size, b.row(y) + x * size, size) == 0) continue;
-      return "(" + std::to_string(x) + ", " + std::to_string(y) + ") " +
-             ::testing::PrintToString(a.pixel(x, y)) + " became " +
-             ::testing::PrintToString(b.pixel(x, y));
-    }
-  }
-  return "";
-}
-
-TEST(PassThrough, EverySizeDepthAndPaddingIsUnchanged) {
+TEST(PassThrough, EveryDepthPlaceAndPartIsUnchanged) {
+  const struct {
+    int width, height;
+    WorldLayout layout;
+    std::optional<PF_LRect> request;
+    PF_LRect covered;  // of the picture's pixels
+  } kCases[] = {
+      {1, 1, {}, {}, {0, 0, 1, 1}},
+      {333, 77, {48, 0, 0}, {}, {0, 0, 333, 77}},
+      {17, 13, {}, PF_LRect{5, 3, 12, 9}, {5, 3, 12, 9}},
+      // The buffer and the texture cover the part inside the composition alone, so that the last
+      // five columns and three rows fall off.
+      {40, 30, {16, 5, 3}, {}, {0, 0, 30, 24}},
+  };
   Session session;
-  const std::string path = session.file("copy.pbk", kernelText("", kCopy));
-  constexpr int kSizes[][2] = {{1, 1}, {1, 37}, {17, 13}, {333, 77}, {2, 1}};
-  for (const auto& size : kSizes) {
-    for (const PF_PixelFormat format : kFormats) {
-      for (const int padding : {0, 16, 48}) {
-        const World picture = everyValue(size[0], size[1], format, {padding, 0, 0});
-        Effect& effect = session.effect(picture, path);
-        const RenderResult frame =
-            session.host.render(effect, {.format = format, .outputPadding = 64 - padding});
-        ASSERT_EQ(frame.error, PF_Err_NONE);
-        EXPECT_EQ(frame.output->width(), size[0]);
-        EXPECT_EQ(frame.output->height(), size[1]);
-        EXPECT_EQ(firstDifference(picture, *frame.output, size[0], size[1]), "")
-            << pixelFormatName(format) << " " << size[0] << " x " << size[1];
-        session.host.closeInstance(effect);
-      }
-    }
-  }
-}
-
-// A layer that begins at (5, 3): its buffer covers the part inside the composition, and so does
-// the texture, so that the last five columns and three rows fall off.
-TEST(PassThrough, PicturesMayBeginAwayFromTheOrigin) {
-  Session session;
-  const std::string path = session.file("copy.pbk", kernelText("", kCopy));
+  const std::string path =
+      session.file("copy.pbk", kernelText("", "dst = sampleNearest(src, outCoord());"));
   for (const PF_PixelFormat format : kFormats) {
-    const World picture = everyValue(40, 30, format, {16, 5, 3});
-    const RenderResult frame =
-        session.host.render(session.effect(picture, path), {.format = format});
-    ASSERT_EQ(frame.error, PF_Err_NONE);
-    EXPECT_EQ(frame.output->rect().left, 5);
-    EXPECT_EQ(frame.output->rect().top, 3);
-    EXPECT_EQ(firstDifference(picture, *frame.output, 30, 24), "");
-  }
-}
-
-TEST(PassThrough, ARequestedRectangleComesFromItsPlace) {
-  Session session;
-  const std::string path = session.file("copy.pbk", kernelText("", kCopy));
-  for (const PF_PixelFormat format : kFormats) {
-    const World picture = everyValue(17, 13, format, {});
-    Effect& effect = session.effect(picture, path);
-    const RenderResult frame =
-        session.host.render(effect, {.format = format, .request = PF_LRect{5, 3, 12, 9}});
-    ASSERT_TRUE(frame.output);
-    ASSERT_EQ(frame.output->width(), 7);
-    ASSERT_EQ(frame.output->height(), 6);
-    for (int y = 0; y < 6; ++y) {
-      for (int x = 0; x < 7; ++x) {
-        ASSERT_EQ(frame.output->pixel(x, y), picture.pixel(x + 5, y + 3)) << x << ", " << y;
+    for (const auto& c : kCases) {
+      SCOPED_TRACE(pixelFormatName(format) + std::string(" ") + std::to_string(c.width));
+      const World picture = everyValue(c.width, c.height, format, c.layout);
+      const RenderResult frame =
+          session.host.render(session.effect(picture, path),
+                              {.format = format, .request = c.request, .outputPadding = 16});
+      ASSERT_EQ(frame.error, PF_Err_NONE);
+      const World& output = *frame.output;
+      const int left = c.covered.left, size = bytesPerPixel(format);
+      EXPECT_EQ(output.rect().left, c.layout.originX + left);
+      EXPECT_EQ(output.rect().top, c.layout.originY + c.covered.top);
+      ASSERT_TRUE(c.layout.originX > 0 || output.width() == c.covered.right - left);
+      for (int y = c.covered.top; y < c.covered.bottom; ++y) {
+        const auto bytes = static_cast<std::size_t>((c.covered.right - left) * size);
+        ASSERT_EQ(std::memcmp(picture.row(y) + left * size, output.row(y - c.covered.top), bytes),
+                  0)
+            << "row " << y;
       }
     }
   }

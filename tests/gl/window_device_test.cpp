@@ -83,30 +83,6 @@ TEST(WindowDevice, ScopesGiveBackWhatWasCurrent) {
   restoreCurrentContext(nothing);
 }
 
-// The contexts work, not only exist: each round clears and reads a pixel back.
-TEST(WindowDevice, FiftyRoundsWork) {
-  for (int round = 0; round < 50; ++round) {
-    const OwnedDevice device;
-    const ScopedCurrentContext scope(device);
-    ASSERT_TRUE(scope.isCurrent()) << round;
-    ASSERT_EQ(initialiseGL(), nullptr) << round;
-    GLuint texture = 0, framebuffer = 0;
-    glGenTextures(1, &texture);
-    glBindTexture(GL_TEXTURE_2D, texture);
-    glTexImage2D(GL_TEXTURE_2D, 0, GL_RGBA32F_ARB, 1, 1, 0, GL_RGBA, GL_FLOAT, nullptr);
-    glGenFramebuffersEXT(1, &framebuffer);
-    glBindFramebufferEXT(GL_FRAMEBUFFER_EXT, framebuffer);
-    glFramebufferTexture2DEXT(GL_FRAMEBUFFER_EXT, GL_COLOR_ATTACHMENT0_EXT, GL_TEXTURE_2D, texture,
-                              0);
-    glClearColor(round, -2.5f, 0, 1);
-    glClear(GL_COLOR_BUFFER_BIT);
-    GLfloat pixel[4] = {};
-    glReadPixels(0, 0, 1, 1, GL_RGBA, GL_FLOAT, pixel);
-    ASSERT_EQ(pixel[0], round);
-    ASSERT_EQ(pixel[1], -2.5f);
-  }
-}
-
 TEST(GLReport, TextsOfDriverAndErrors) {
   const OwnedDevice device;
   const ScopedCurrentContext scope(device);

@@ -26,8 +26,6 @@ int refuseHeapIn(const Stage& stage) {
                 std::count(stage.results.begin(), stage.results.end(), result) > 0)
         << result;
     EXPECT_EQ(scene.host().books().faultText(), "");
-    scene.host().scripts().confirmAnswers.clear();
-    scene.host().scripts().folderAnswers.clear();
     scene.expectWorks();
     scene.close();
     if (::testing::Test::HasFailure() || !refused) return count;

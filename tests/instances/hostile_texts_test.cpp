@@ -21,28 +21,6 @@ void expectNoScriptErrors(Host& host) {
     EXPECT_EQ(run.error, "") << run.script.substr(0, 300);
 }
 
-TEST(HostileTexts, InTheNameOfALostFile) {
-  const std::pair<std::string, std::string> cases[] = {
-      {controls(), controls('\a')},
-      {kInjection + "'?" + kInjection, kInjection + "'?" + kInjection},
-      {"\xC3\xA9\xE6\x97\xA5\xF0\x9F\x98\x80.pbk", "\xC3\xA9\xE6\x97\xA5\xF0\x9F\x98\x80.pbk"},
-      {std::string("end\0of", 6), "end"},
-      {"no\xFFt utf\x80-8", "no\xEF\xBF\xBDt utf\xEF\xBF\xBD-8"},
-      {std::string(1 << 20, '"'), std::string(1 << 20, '"')}};
-  Session session;
-  Layer& layer = session.comp.addLayer("layer", smallWorld());
-  for (const auto& [name, shown] : cases) {
-    Effect& effect = session.host.openInstance(layer, savedData("/gone/" + name));
-    session.host.scripts().clearRecords();
-    EXPECT_EQ(session.host.doDialog(effect), PF_Err_NONE);
-    expectNoScriptErrors(session.host);
-    ASSERT_EQ(session.host.scripts().dialogs().size(), 1u);
-    EXPECT_EQ(session.host.scripts().dialogs()[0].text, "Where is " + shown + "?");
-    EXPECT_EQ(session.host.scripts().dialogs()[0].filter, "pbk or pbg:*.pbk;*.pbg;");
-    session.host.closeInstance(effect);
-  }
-}
-
 TEST(HostileTexts, InWhatAProgramSaysOfItself) {
   // A character of code 3 would end the kernel's text.
   std::string text = controls('\3') + "\\u0041\xC3\xA9'?);alert(1";

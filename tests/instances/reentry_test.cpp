@@ -82,8 +82,6 @@ int reenterEach(const Stage& stage, const Inner& inner) {
     EXPECT_NE(std::find(stage.results.begin(), stage.results.end(), result), stage.results.end())
         << "result " << result;
     EXPECT_EQ(host.books().faultText(), "");
-    host.scripts().confirmAnswers.clear();
-    host.scripts().folderAnswers.clear();
     scene.expectWorks();
     scene.close();
     if (::testing::Test::HasFailure()) break;
@@ -142,10 +140,12 @@ struct Lost {
   Session session;
   Host& host = session.host;
   Layer& layer = session.comp.addLayer("layer", smallWorld());
-  std::string found = session.file("fx.pbk", kernelText("", "dst = float4(0.5);"));
+  std::string found = session.file(
+      "fx.pbk", kernelText("parameter float gain <defaultValue: 0.5;>;", "dst = float4(gain);"));
 };
 
-// What the host is asked to do after the information dialog.
+// What the host is asked to do after the information dialog; whoever had lost the same file has it
+// back with the values of the project.
 TEST(Reentry, AFoundFileIsSavedAndShown) {
   const struct {
     const char* name;
@@ -158,6 +158,10 @@ TEST(Reentry, AFoundFileIsSavedAndShown) {
     Lost lost;
     Effect& effect = lost.open();
     Effect& other = lost.open();
+    Effect& elsewhere = lost.host.openInstance(lost.layer, savedData("/gone/another.pbk"));
+    constexpr PF_ParamIndex kFirstNumber = 44;
+    effect.setNumber(kFirstNumber, 0.25);
+    other.setNumber(kFirstNumber, 0.75);
     lost.host.scripts().fileAnswers = {
         c.chosen ? std::optional(c.chosen->empty() ? lost.found : *c.chosen) : std::nullopt};
     EXPECT_EQ(lost.host.doDialog(effect), PF_Err_NONE);
@@ -166,7 +170,12 @@ TEST(Reentry, AFoundFileIsSavedAndShown) {
     for (Effect* shown : {&effect, &other}) {
       EXPECT_EQ(lost.host.updateParamsUi(*shown), PF_Err_NONE);
       EXPECT_EQ(shown->title, c.changes ? "VTD: Sample" : "VTD: (Invalid PB)");
+      EXPECT_EQ(shown->control(kFirstNumber).number, shown == &effect ? 0.25 : 0.75);
+      if (!c.changes) continue;
+      const World frame = *lost.host.render(*shown, {.format = PF_PixelFormat_ARGB128}).output;
+      EXPECT_EQ(frame.pixel(1, 1)[0], shown == &effect ? 0.25 : 0.75);
     }
+    EXPECT_EQ(lost.host.save(elsewhere), savedData("/gone/another.pbk"));
   }
 }
 

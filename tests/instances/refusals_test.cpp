@@ -31,8 +31,6 @@ int refuseEvery(const Stage& stage) {
     EXPECT_NE(std::find(stage.results.begin(), stage.results.end(), result), stage.results.end())
         << "result " << result;
     EXPECT_EQ(scene.host().books().faultText(), "");
-    scene.host().scripts().confirmAnswers.clear();
-    scene.host().scripts().folderAnswers.clear();
     scene.expectWorks();
     scene.close();
     if (::testing::Test::HasFailure() || !refused) return n - 1;

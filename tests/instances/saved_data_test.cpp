@@ -2,7 +2,6 @@
 #include <filesystem>
 #include <random>
 
-#include "headless/project.h"
 #include "tests/support/instances.h"
 
 namespace vellumtide::instances {
@@ -100,41 +99,6 @@ TEST(Relocation, SearchesTwoLevelsBelowTheRootFolder) {
   EXPECT_EQ(effect.title, "VTD: Sample");
   EXPECT_EQ(session.host.render(effect, {.format = PF_PixelFormat_ARGB128}).output->pixel(1, 1)[0],
             0.25);
-}
-
-// The module from a file of another name is loaded anew, as by another process.
-TEST(Project, GivesTheSamePictureInAFreshModule) {
-  const ScratchFolder scratch;
-  Session session;
-  const World picture = smallWorld(PF_PixelFormat_ARGB64);
-  const std::string path = session.file(
-      "gain.pbk", kernelText("parameter float gain <minValue:0.0; maxValue:4.0; defaultValue:2.0;>;"
-                             "parameter pixel4 tint; input image4 src;",
-                             "dst = sampleNearest(src, outCoord()) * gain + tint;"));
-  Effect& effect = session.effect(picture, path);
-  EXPECT_EQ(effect.findShown("gain")->number, 2.0);
-  effect.setNumber(effect.findShown("gain")->index, 0.375);
-  const RenderOptions deep{.format = PF_PixelFormat_ARGB64};
-  const uint64_t before = session.host.render(effect, deep).output->checksum();
-  scratch.put("p.json", Project::capture(session.host, session.comp).text());
-  EXPECT_EQ(session.host.render(effect, deep).output->checksum(), before);
-
-  const fs::path file = session.host.module().path();
-  const fs::path copy = scratch.path("copy" + file.extension().string());
-  fs::copy_file(file, copy);
-  Host host(Module::load(copy.string()), {.captureOutput = true});
-  host.globalSetup();
-  const std::vector<Effect*> opened =
-      Project::read(scratch.path("p.json")).open(host, [&](const ProjectLayer&) {
-        return picture;
-      });
-  ASSERT_EQ(opened.size(), 1u);
-  EXPECT_EQ(host.updateParamsUi(*opened[0]), PF_Err_NONE);
-  ASSERT_TRUE(opened[0]->findShown("gain"));
-  EXPECT_EQ(opened[0]->findShown("gain")->number, 0.375) << "saved values are no defaults";
-  EXPECT_EQ(host.render(*opened[0], deep).output->checksum(), before);
-  host.finish();
-  EXPECT_EQ(host.books().faultText(), "");
 }
 
 }  // namespace

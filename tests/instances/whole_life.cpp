@@ -31,6 +31,8 @@ std::string Scene::freshPath(const std::string& folder, const std::string& text)
 }
 
 void Scene::expectWorks() {
+  host().scripts().confirmAnswers.clear();
+  host().scripts().folderAnswers.clear();
   if (!effect || !effect->sequenceData) {
     close();
     make(path);
@@ -62,89 +64,83 @@ Layer& Scene::add(const ColorValue& color) {
 
 namespace {
 
-PF_Err lastError(Scene& scene) {
-  return scene.host().lastCall().error;
-}
-
-PF_Err render(Scene& scene, PF_PixelFormat format) {
-  return scene.host().render(*scene.effect, {.format = format}).error;
-}
-
 void makeWithUnder(Scene& scene) {
   scene.makeShown();
   scene.effect->setLayer(scene.effect->findShown("under")->index, &scene.under);
 }
 
+void makeShown(Scene& scene) {
+  scene.makeShown();
+}
+
+void makeFresh(Scene& scene) {
+  scene.make(scene.freshPath());
+}
+
+void makeWithLog(Scene& s) {
+  s.make(s.freshPath("", kernelText("", "dst = nothing;")));
+  s.close();
+  s.makeShown();
+  s.host().scripts().confirmAnswers = {true};
+  s.host().scripts().folderAnswers = {s.session.folder.path("")};
+}
+
+// Alone in its folder, so that the search takes the same number of calls each time.
+void makeMoved(Scene& s) {
+  std::filesystem::remove_all(s.session.folder.path("root"));
+  s.make("/gone/" + s.nextName());
+  EXPECT_EQ(s.host().flatten(*s.effect), PF_Err_NONE);
+  s.path = s.freshPath("root/");
+}
+
+PF_Err makeInstance(Scene& s) {
+  makeFresh(s);
+  return s.host().lastCall().error;
+}
+
+PF_Err chooseFile(Scene& s) {
+  s.host().scripts().fileAnswers = {s.path = s.freshPath()};
+  return s.host().doDialog(*s.effect);
+}
+
+template <PF_PixelFormat format>
+PF_Err render(Scene& s) {
+  return s.host().render(*s.effect, {.format = format}).error;
+}
+
+constexpr PF_Err kNone = PF_Err_NONE;
+
 const std::vector<Stage> kStages = {
     {"parameter set-up",
      [](Scene& s) { s.path = s.freshPath(); },
      [](Scene& s) { return s.host().paramsSetup(); },
-     {PF_Err_NONE, kRefused}},
-    {"new instance from a marker",
-     [](Scene&) {},
-     [](Scene& s) {
-       s.make(s.freshPath());
-       return lastError(s);
-     },
-     {PF_Err_NONE, kRefused}},
+     {kNone, kRefused}},
+    {"new instance from a marker", [](Scene&) {}, makeInstance, {kNone, kRefused}},
     {"first panel update",
-     [](Scene& s) { s.make(s.freshPath()); },
+     makeFresh,
      [](Scene& s) { return s.host().updateParamsUi(*s.effect); },
-     {PF_Err_NONE, kRefused}},
+     {kNone, kRefused}},
     {"information dialog",
-     [](Scene& s) { s.makeShown(); },
+     makeShown,
      [](Scene& s) { return s.host().doDialog(*s.effect); },
-     {PF_Err_NONE}},
-    {"file chosen in the dialog",
-     [](Scene& s) {
-       s.make("");
-       s.path = s.freshPath();
-     },
-     [](Scene& s) {
-       s.host().scripts().fileAnswers = {s.path};
-       return s.host().doDialog(*s.effect);
-     },
-     {PF_Err_NONE, kRefused}},
+     {kNone}},
+    {"file chosen in the dialog", [](Scene& s) { s.make(""); }, chooseFile, {kNone, kRefused}},
     {"about box with a log to export",
-     [](Scene& s) {
-       s.make(s.freshPath("", kernelText("", "dst = nothing;")));
-       s.close();
-       s.makeShown();
-       s.host().scripts().confirmAnswers = {true};
-       s.host().scripts().folderAnswers = {s.session.folder.path("")};
-     },
+     makeWithLog,
      [](Scene& s) { return s.host().about(s.effect); },
-     {PF_Err_NONE, kRefused}},
-    {"frame of 8 bits",
-     makeWithUnder,
-     [](Scene& s) { return render(s, PF_PixelFormat_ARGB32); },
-     {PF_Err_NONE, kRefused}},
-    {"frame of 16 bits",
-     makeWithUnder,
-     [](Scene& s) { return render(s, PF_PixelFormat_ARGB64); },
-     {PF_Err_NONE, kRefused}},
-    {"frame of 32 bits",
-     makeWithUnder,
-     [](Scene& s) { return render(s, PF_PixelFormat_ARGB128); },
-     {PF_Err_NONE, kRefused}},
-    {"flatten",
-     [](Scene& s) { s.makeShown(); },
-     [](Scene& s) { return s.host().flatten(*s.effect); },
-     {PF_Err_NONE}},
+     {kNone, kRefused}},
+    {"frame of 8 bits", makeWithUnder, render<PF_PixelFormat_ARGB32>, {kNone, kRefused}},
+    {"frame of 16 bits", makeWithUnder, render<PF_PixelFormat_ARGB64>, {kNone, kRefused}},
+    {"frame of 32 bits", makeWithUnder, render<PF_PixelFormat_ARGB128>, {kNone, kRefused}},
+    {"flatten", makeShown, [](Scene& s) { return s.host().flatten(*s.effect); }, {kNone}},
     {"re-set-up of a file that moved",
-     [](Scene& s) {
-       // Alone in its folder, so that the search takes the same number of calls each time.
-       std::filesystem::remove_all(s.session.folder.path("root"));
-       s.make("/gone/" + s.nextName());
-       EXPECT_EQ(s.host().flatten(*s.effect), PF_Err_NONE);
-       s.path = s.freshPath("root/");
-     },
+     makeMoved,
      [](Scene& s) { return s.host().resetup(*s.effect); },
-     {PF_Err_NONE, kNoInstance}},
+     {kNone, kNoInstance}},
     {"sequence set-down",
-     [](Scene& s) { s.makeShown(); },
+     makeShown,
      [](Scene& s) { return s.host().sequenceSetdown(*s.effect); },
-     {PF_Err_NONE}},
+     {kNone}},
 };
 
 }  // namespace

@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <cmath>
 
-#include "tests/scenarios/comparison.h"
+#include "tests/scenarios/pictures.h"
 
 namespace vellumtide::scenarios {
 namespace {

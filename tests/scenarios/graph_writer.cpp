@@ -125,12 +125,8 @@ class GraphWriter {
     const int last = static_cast<int>(nodes_.size()) - 1;
     if (dice_.oneIn(25)) return;
     if (dice_.oneIn(8)) line("<connect" + fromImage() + " toImage=\"out\"/>");
-    if (!dice_.oneIn(10)) {
-      line("<connect" + fromNode(dice_.oneIn(8) ? dice_.below(last + 1) : last) +
-           " toImage=\"out\"/>");
-    } else {
-      line("<connect" + fromImage() + " toImage=\"out\"/>");
-    }
+    const int node = dice_.oneIn(8) ? dice_.below(last + 1) : last;
+    line("<connect" + (dice_.oneIn(10) ? fromImage() : fromNode(node)) + " toImage=\"out\"/>");
   }
 
   Dice& dice_;

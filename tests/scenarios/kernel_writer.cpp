@@ -98,25 +98,26 @@ class KernelWriter {
   }
 
   void functions() {
+    const auto way = [this](const std::string& text) { ways_.insert(ways_.end(), 6, text); };
     if (dice_.oneIn(4)) {
-      macro_ = dice_.pick<std::string>({"#define MOVE(q) q += 0.5", "#define MOVE(q) (q).x += 0.25",
-                                        "#define MOVE(q) q = q + float2(0.5, 0.25)"});
-      line(macro_);
+      line(dice_.pick(Words{"#define MOVE(q) q += 0.5", "#define MOVE(q) (q).x += 0.25",
+                            "#define MOVE(q) q = q + float2(0.5, 0.25)"}));
+      way("MOVE(#);");
     }
     if (dice_.oneIn(6)) {
-      line(dice_.pick<std::string>({"#define TAP(i) { sum += 0.125 * (i); }",
-                                    "#define TAP(i) sum += 0.125 * (i)",
-                                    "#define TAP(i) do { sum += (i) * 0.125; } \\"}));
-      if (text_.lines.back().text.back() == '\\') line("  while (false)");
       hasTap_ = true;
+      line(dice_.pick(Words{"#define TAP(i) { sum += 0.125 * (i); }",
+                            "#define TAP(i) sum += 0.125 * (i)",
+                            "#define TAP(i) do { sum += (i) * 0.125; } \\"}));
+      if (text_.lines.back().text.back() == '\\') line("  while (false)");
     }
     if (dice_.oneIn(6)) {
       line("void move(inout float2 q) { q.y += 0.5; }");
-      hasMove_ = true;
+      way("move(#);");
     }
     if (dice_.oneIn(6)) {
       line("float2 moved(float2 pos) { pos -= 0.25; return pos; }");
-      hasMoved_ = true;
+      way("# = moved(#);");
     }
   }
 
@@ -173,29 +174,12 @@ class KernelWriter {
     line(taps8 ? "TAP(" + read + ");" : "sum += " + std::string(weight) + " * " + read + ";");
   }
 
-  // The many ways to change a variable.
   void move(const std::string& pos) {
     const std::string by = dice_.oneIn(3) ? "0.5" : dice_.number(-3, 3);
-    Words ways = {pos + " += " + by + ";",
-                  "(" + pos + ") += " + by + ";",
-                  pos + ".x += " + by + ";",
-                  pos + ".xy.x += " + by + ";",
-                  pos + ".yx = " + pos + ".yx + " + by + ";",
-                  "(" + pos + ".y) -= " + by + ";",
-                  pos + " = " + pos + " * 0.75;",
-                  pos + "[1] += " + by + ";",
-                  pos + "++;",
-                  "++" + pos + ".x;",
-                  "if (" + pos + ".x > 2.37) " + pos + ".y += " + by + ";",
-                  "for (int i = 0; i < 2; ++i) " + pos + ".x += 0.25;",
-                  pos + " /= pixelSize(" + pos + ") * 1.5;",
-                  pos + ".s += " + by + ", " + pos + ".t -= 0.25;",
-                  "float2 " + pos + "b = " + pos + ", " + pos + "c = " + pos + "b; " + pos + " = " +
-                      pos + "c + " + by + ";"};
-    if (!macro_.empty()) ways.insert(ways.end(), 6, "MOVE(" + pos + ");");
-    if (hasMove_) ways.insert(ways.end(), 6, "move(" + pos + ");");
-    if (hasMoved_) ways.insert(ways.end(), 6, pos + " = moved(" + pos + ");");
-    line(dice_.pick(ways));
+    std::string text;
+    for (const char c : dice_.pick(ways_))
+      text += c == '#' ? pos : c == '$' ? by : std::string(1, c);
+    line(text);
   }
 
   void colour() {
@@ -208,9 +192,25 @@ class KernelWriter {
 
   Dice& dice_;
   KernelText text_;
-  std::string output_, macro_;
+  std::string output_;
   std::vector<std::pair<std::string, std::string>> dependents_;
-  bool hasTap_ = false, hasMove_ = false, hasMoved_ = false;
+  // The many ways to change a variable "#" by "$".
+  Words ways_ = {"# += $;",
+                 "(#) += $;",
+                 "#.x += $;",
+                 "#.xy.x += $;",
+                 "#.yx = #.yx + $;",
+                 "(#.y) -= $;",
+                 "# = # * 0.75;",
+                 "#[1] += $;",
+                 "#++;",
+                 "++#.x;",
+                 "if (#.x > 2.37) #.y += $;",
+                 "for (int i = 0; i < 2; ++i) #.x += 0.25;",
+                 "# /= pixelSize(#) * 1.5;",
+                 "#.s += $, #.t -= 0.25;",
+                 "float2 #b = #, #c = #b; # = #c + $;"};
+  bool hasTap_ = false;
 };
 
 }  // namespace

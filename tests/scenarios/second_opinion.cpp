@@ -4,6 +4,7 @@
 #include <stdexcept>
 
 #include "gl/gl_loader.h"
+#include "gl/shader_compile.h"
 #include "tests/scenarios/plain_reading.h"
 
 namespace vellumtide::scenarios {
@@ -57,36 +58,34 @@ struct Target {
   GLuint name = 0;
 };
 
-GLuint imageTexture(const PlanNode& node, const FrameRequest& request, GLint filter) {
+// What feeds an image node; an image without pixels when nothing does.
+FrameImage imageOf(const PlanNode& node, const FrameRequest& request) {
   const auto found = std::find_if(request.images.begin(), request.images.end(),
                                   [&](const FrameImage& each) { return each.index == node.image; });
-  const bool hasPixels = found != request.images.end() && found->pixels;
+  return found == request.images.end() ? FrameImage() : *found;
+}
+
+GLuint imageTexture(const FrameImage& image, const FrameRequest& request, GLint filter) {
+  const bool hasPixels = image.pixels != nullptr;
   const Format format = formatOf(hasPixels ? request.format : 0);
   const GLuint texture = makeTexture(format, request.width, request.height, filter);
   { const Target cleared(texture); }
   if (!hasPixels) return texture;
-  const int skipX = std::max(-found->x, 0), skipY = std::max(-found->y, 0);
-  const int x = std::max(found->x, 0), y = std::max(found->y, 0);
-  const int width = std::min(found->width - skipX, request.width - x);
-  const int height = std::min(found->height - skipY, request.height - y);
+  const int skipX = std::max(-image.x, 0), skipY = std::max(-image.y, 0);
+  const int x = std::max(image.x, 0), y = std::max(image.y, 0);
+  const int width = std::min(image.width - skipX, request.width - x);
+  const int height = std::min(image.height - skipY, request.height - y);
   if (width <= 0 || height <= 0) return texture;
   glBindTexture(GL_TEXTURE_2D, texture);
-  glPixelStorei(GL_UNPACK_ROW_LENGTH, found->rowLength);
+  glPixelStorei(GL_UNPACK_ROW_LENGTH, image.rowLength);
   // The software rasteriser forgets what is to be skipped when it scales.
-  const auto skipped = (static_cast<std::ptrdiff_t>(skipY) * found->rowLength + skipX) *
+  const auto skipped = (static_cast<std::ptrdiff_t>(skipY) * image.rowLength + skipX) *
                        headless::bytesPerPixel(request.format);
   if (format.type == GL_UNSIGNED_SHORT) setScale(2);
   glTexSubImage2D(GL_TEXTURE_2D, 0, x, y, width, height, GL_RGBA, format.type,
-                  static_cast<const std::uint8_t*>(found->pixels) + skipped);
+                  static_cast<const std::uint8_t*>(image.pixels) + skipped);
   setScale(1);
   return texture;
-}
-
-float aspectOf(const PlanNode& node, const FrameRequest& request) {
-  if (node.image < 0) return request.pixelAspect;
-  const auto found = std::find_if(request.images.begin(), request.images.end(),
-                                  [&](const FrameImage& each) { return each.index == node.image; });
-  return found == request.images.end() ? 1.0f : found->pixelAspect;
 }
 
 // The sampler whose name is, or cut to 31 bytes would be, the slot's.
@@ -105,71 +104,57 @@ GLint samplerOf(GLuint program, const std::string& name) {
   return -1;
 }
 
-void setByType(GLint at, pbElementType type, const ValueCells& value) {
+// The type whose setter a parameter's value goes through, None when nothing is set.
+pbElementType setterOf(const pbParameter& parameter) {
+  const int count = componentCount(parameter.type);
+  switch (parameter.aeUIControl) {
+    case pbUIControl::Popup:
+      return pbElementType::Int;
+    case pbUIControl::Angle:
+    case pbUIControl::PercentSlider:
+    case pbUIControl::OneChannelColor:
+      return pbElementType::Float;
+    case pbUIControl::Point:
+      return pbElementType::Float2;
+    case pbUIControl::Color: {
+      const bool isColor = (count == 3 || count == 4) && parameter.type != pbElementType::Float2x2;
+      return isColor && baseKind(parameter.type) == BaseKind::Float ? parameter.type
+                                                                    : pbElementType::None;
+    }
+    case pbUIControl::None:
+      break;
+  }
+  const pbParameterType kind = parameter.parameterType;
+  if (kind == pbParameterType::AngleDegrees) return pbElementType::Float;
+  if (kind == pbParameterType::Position) return pbElementType::Float2;
+  if (kind == pbParameterType::ColorRGB) return pbElementType::Float3;
+  if (kind == pbParameterType::ColorRGBA) return pbElementType::Float4;
+  return kind == pbParameterType::Enum ? pbElementType::Int : parameter.type;
+}
+
+void setParameter(GLint at, const pbParameter& parameter, const ValueCells& value) {
+  const pbElementType type = setterOf(parameter);
   const auto floats = value.floats();
-  const auto ints = value.ints();
-  const int count = componentCount(type);
   const float* f = floats.data();
   const bool isBool = baseKind(type) == BaseKind::Bool;
   GLint i[16] = {};
   for (std::size_t c = 0; c < 16; ++c)
-    i[c] = isBool ? value.boolAt(c) : ints[c];
+    i[c] = isBool ? value.boolAt(c) : value.intAt(c);
   if (type == pbElementType::Float2x2) return glUniformMatrix2fv(at, 1, GL_FALSE, f);
   if (type == pbElementType::Float3x3) return glUniformMatrix3fv(at, 1, GL_FALSE, f);
   if (type == pbElementType::Float4x4) return glUniformMatrix4fv(at, 1, GL_FALSE, f);
   if (baseKind(type) == BaseKind::None) return;
   const bool isFloat = baseKind(type) == BaseKind::Float;
+  const int count = componentCount(type);
   if (count == 1) isFloat ? glUniform1fv(at, 1, f) : glUniform1iv(at, 1, i);
   if (count == 2) isFloat ? glUniform2fv(at, 1, f) : glUniform2iv(at, 1, i);
   if (count == 3) isFloat ? glUniform3fv(at, 1, f) : glUniform3iv(at, 1, i);
   if (count == 4) isFloat ? glUniform4fv(at, 1, f) : glUniform4iv(at, 1, i);
 }
 
-void setParameter(GLint at, const pbParameter& parameter, const ValueCells& value) {
-  const auto floats = value.floats();
-  const float* f = floats.data();
-  const bool isFour = componentCount(parameter.type) == 4;
-  switch (parameter.aeUIControl) {
-    case pbUIControl::Popup:
-      return glUniform1i(at, value.intAt(0));
-    case pbUIControl::Angle:
-    case pbUIControl::PercentSlider:
-    case pbUIControl::OneChannelColor:
-      return glUniform1f(at, f[0]);
-    case pbUIControl::Point:
-      return glUniform2fv(at, 1, f);
-    case pbUIControl::Color:
-      if (baseKind(parameter.type) != BaseKind::Float) return;
-      if (parameter.type == pbElementType::Float2x2) return;
-      if (isFour) return glUniform4fv(at, 1, f);
-      if (componentCount(parameter.type) == 3) glUniform3fv(at, 1, f);
-      return;
-    case pbUIControl::None:
-      break;
-  }
-  switch (parameter.parameterType) {
-    case pbParameterType::AngleDegrees:
-      return glUniform1f(at, f[0]);
-    case pbParameterType::Position:
-      return glUniform2fv(at, 1, f);
-    case pbParameterType::ColorRGB:
-      return glUniform3fv(at, 1, f);
-    case pbParameterType::ColorRGBA:
-      return glUniform4fv(at, 1, f);
-    case pbParameterType::Enum:
-      return glUniform1i(at, value.intAt(0));
-    default:
-      return setByType(at, parameter.type, value);
-  }
-}
-
 bool attach(GLuint program, GLenum kind, const std::string& text) {
   const GLuint shader = glCreateShader(kind);
-  const char* source = text.c_str();
-  glShaderSource(shader, 1, &source, nullptr);
-  glCompileShader(shader);
-  GLint compiled = GL_FALSE;
-  glGetShaderiv(shader, GL_COMPILE_STATUS, &compiled);
+  const bool compiled = compileShader(shader, text.c_str());
   glAttachShader(program, shader);
   glDeleteShader(shader);
   return compiled;
@@ -187,13 +172,9 @@ bool shouldBuild(const PlanNode& node) {
 
 GLuint build(const PlanNode& node) {
   const GLuint program = glCreateProgram();
-  GLint isBuilt = attach(program, GL_VERTEX_SHADER, node.vertex);
-  isBuilt = attach(program, GL_FRAGMENT_SHADER, node.fragment) && isBuilt;
-  if (isBuilt) {
-    glLinkProgram(program);
-    glGetProgramiv(program, GL_LINK_STATUS, &isBuilt);
-  }
-  if (isBuilt) return program;
+  const bool compiles = attach(program, GL_VERTEX_SHADER, node.vertex);
+  if (attach(program, GL_FRAGMENT_SHADER, node.fragment) && compiles && linkProgram(program))
+    return program;
   glDeleteProgram(program);
   return 0;
 }
@@ -251,12 +232,14 @@ void SecondOpinion::drawNode(const Plan& plan, int index, const FrameRequest& re
   std::vector<float> sizes;
   GLint unit = 0;
   for (const PlanSlot& slot : node.slots) {
-    const bool isConnected = slot.source >= 0;
+    const PlanNode* source =
+        slot.source >= 0 ? &plan.nodes[static_cast<std::size_t>(slot.source)] : nullptr;
     glActiveTexture(GL_TEXTURE0 + static_cast<GLenum>(++unit));
-    glBindTexture(GL_TEXTURE_2D, isConnected ? textures.at(slot.source) : textures.at(-1));
+    glBindTexture(GL_TEXTURE_2D, textures.at(slot.source));
     glUniform1i(samplerOf(name, slot.name), unit);
-    sizes.push_back(
-        isConnected ? aspectOf(plan.nodes[static_cast<std::size_t>(slot.source)], request) : 1.0f);
+    sizes.push_back(!source             ? 1.0f
+                    : source->image < 0 ? request.pixelAspect
+                                        : imageOf(*source, request).pixelAspect);
     sizes.push_back(1);
   }
   if (unit > 0) glUniform2fv(at("vlmk_texturePixelSize"), unit, sizes.data());
@@ -307,7 +290,7 @@ void SecondOpinion::draw(const Plan& plan, const FrameRequest& request, GLint fi
   for (const int index : plan.order) {
     const PlanNode& node = plan.nodes[static_cast<std::size_t>(index)];
     if (node.image >= 0) {
-      textures[index] = imageTexture(node, request, filter);
+      textures[index] = imageTexture(imageOf(node, request), request, filter);
     } else {
       drawNode(plan, index, request, textures, filter);
     }

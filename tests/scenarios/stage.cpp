@@ -5,8 +5,7 @@
 #include <filesystem>
 #include <utility>
 
-#include "tests/scenarios/comparison.h"
-#include "tests/scenarios/driver_faults.h"
+#include "tests/end_to_end/driver/driver_faults.h"
 #include "tests/scenarios/frame_request.h"
 #include "tests/scenarios/pictures.h"
 
@@ -14,6 +13,7 @@ namespace vellumtide::scenarios {
 namespace {
 
 using namespace headless;
+using end_to_end::driverFaults;
 
 std::string word(const Step& words, std::size_t at) {
   return at < words.size() ? words[at] : "";
@@ -99,7 +99,7 @@ Stage::Stage(const Scenario& scenario, SecondOpinion& opinion)
 }
 
 Stage::~Stage() {
-  refuseDevice(0);
+  driverFaults().refusals = 0;
 }
 
 void Stage::play(const std::function<void()>& watch) {
@@ -128,12 +128,12 @@ void Stage::playStep(const Step& words) {
   gate.refuseNth(static_cast<std::uint64_t>(trouble_.refuse + spared));
   gate.onNth(static_cast<std::uint64_t>(trouble_.visit),
              [this](CallKind, const char*) { visit(); });
-  refuseDevice(trouble_.busy);
+  driverFaults().refusals = trouble_.busy;
   disturbed_ = trouble_.refuse > 0 || trouble_.busy > 0 || trouble_.visit > 0;
   act(words);
   gate.refuseNth(0);
   gate.onNth(0, {});
-  refuseDevice(0);
+  driverFaults().refusals = 0;
   trouble_ = {};
   if (visited_) throw *std::exchange(visited_, std::nullopt);
   if (disturbed_) settle();
@@ -155,10 +155,9 @@ void Stage::visit() {
 }
 
 void Stage::openHost() {
-  {
-    const OwnContexts own;
-    host_ = std::make_unique<Host>(module_, HostOptions{.captureOutput = true});
-  }
+  driverFaults().sparesNew = true;
+  host_ = std::make_unique<Host>(module_, HostOptions{.captureOutput = true});
+  driverFaults().sparesNew = false;
   comp_ = &host_->addComposition("comp");
   host_->preferences().set("Settings_cs_VTD_Launcher", "rootFolder", folder_.path("root"));
   expectNone(host_->globalSetup(), "global set-up");

@@ -26,6 +26,19 @@ Outcome CommandLine::run(const std::string& arguments, const std::string& enviro
           contents(file(".stderr"))};
 }
 
+void CommandLine::expectEndings(const std::string& command,
+                                const std::vector<Ending>& endings) const {
+  for (const auto& [arguments, status, message] : endings) {
+    const Outcome outcome = run(command + arguments);
+    SCOPED_TRACE(command + arguments + "\n" + outcome.error);
+    EXPECT_EQ(outcome.status, status);
+    EXPECT_NE(outcome.error.find(message), std::string::npos);
+    if (status < 2) continue;
+    EXPECT_EQ(outcome.error.find("vellumtide: "), 0u);
+    EXPECT_EQ(outcome.out, "");
+  }
+}
+
 pid_t CommandLine::start(const std::string& arguments, const std::string& environment) const {
   const std::string command = "cd " + folder_.path().string() + " && mkdir -p tmp && exec env " +
                               "TMPDIR=tmp " + environment + " " VELLUMTIDE_EXECUTABLE " render " +

@@ -6,6 +6,7 @@
 
 #include <fstream>
 #include <string>
+#include <vector>
 
 #include "cli/files/scratch_folder.h"
 #include "cli/image/image_file.h"
@@ -17,10 +18,20 @@ struct Outcome {
   std::string out, error;
 };
 
+// How a command ends: a status, and a part of what it says on standard error.
+struct Ending {
+  std::string arguments;
+  int status;
+  const char* message;
+};
+
 class CommandLine : public testing::Test {
  protected:
   // `arguments` as a shell takes them, run in the scratch folder; `environment` goes before.
   Outcome run(const std::string& arguments, const std::string& environment = "") const;
+
+  // Runs each behind `command`. Refusals say who refuses, and nothing on standard output.
+  void expectEndings(const std::string& command, const std::vector<Ending>& endings) const;
 
   // Starts a render in the background and returns its process; its temporary files go to "tmp".
   pid_t start(const std::string& arguments, const std::string& environment = "") const;

@@ -103,18 +103,9 @@ TEST_F(Commands, InspectGraphAndPrintItsNodes) {
 
   EXPECT_NE(run("glsl g.pbg --stage fragment --node one").out.find("uniform float vlmg_amount;\n"),
             std::string::npos);
-  const struct {
-    const char *arguments, *message;
-    int status;
-  } kRefused[] = {{"--node three", "its nodes are one, two", 2},
-                  {"", "its nodes are one, two", 2},
-                  {"--node two", "Missing", 3}};
-  for (const auto& [arguments, message, status] : kRefused) {
-    const Outcome refused = run(std::string("glsl g.pbg --stage vertex ") + arguments);
-    EXPECT_EQ(refused.status, status) << arguments;
-    EXPECT_NE(refused.error.find(message), std::string::npos) << refused.error;
-    EXPECT_EQ(refused.out, "");
-  }
+  expectEndings("glsl g.pbg --stage vertex ", {{"--node three", 2, "its nodes are one, two"},
+                                               {"", 2, "its nodes are one, two"},
+                                               {"--node two", 3, "Missing"}});
 }
 
 TEST_F(Commands, GlslIsTheExactText) {
@@ -158,44 +149,35 @@ TEST_F(Commands, RefusalsHaveTheirStatusAndSayWhere) {
   writeText("k.pbk", kernelText("dst = src;"));
   writeText("k.PBK", kernelText("dst = src;"));
   std::filesystem::create_directory(file("folder.pbk"));
-  const struct {
-    const char* arguments;
-    int status;
-    const char* message;
-  } kCases[] = {
-      {"inspect missing.pbk", 3, "missing.pbk: there is no such file"},
-      {"inspect folder.pbk", 3, "folder.pbk: is a folder"},
-      {"inspect empty.pbk --json", 3, "empty.pbk: holds no kernel"},
-      {"inspect noise.pbk", 3, "noise.pbk: holds no kernel"},
-      {"glsl long.pbk --stage vertex", 3, "long.pbk: holds no kernel"},
-      {"inspect text.pbg", 3, "text.pbg: holds no graph"},
-      {"inspect k.PBK", 3, "k.PBK: unknown extension"},
-      {"glsl k.pbk --stage middle", 2, "--stage"},
-      {"glsl k.pbk", 2, "--stage"},
-      {"glsl k.pbk --stage vertex --order -1", 2, "--order"},
-      {"glsl k.pbk --stage vertex --node n", 2, "has no nodes"},
-      {"inspect", 2, "FILE"},
-      {"inspect k.pbk --nothing", 2, "--nothing"},
-      {"", 2, "Commands:"},
-      {"inspect k.pbk -o k.svg", 2, "--graph"},
-      {"inspect k.pbk --graph png", 2, "--graph"},
-      {"inspect k.pbk --graph dot -o nowhere/k.dot", 4, "nowhere/k.dot: cannot be written"},
-      {"paint k.pbk", 2, "there is no command paint (see"},
-      {"rendr k.pbk", 2, "there is no command rendr; did you mean render?"},
-      {"project shwo", 2, "there is no command shwo; did you mean show?"},
-      {"glsl --staeg=vertex", 2, "--staeg; did you mean --stage? (see vellumtide glsl --help)"},
-      {"help project paint", 2, "there is no command paint"},
-      {"inspect -- --json", 3, "--json: unknown extension"},
-      {"--help >/dev/full", 1, "standard output"},
-      {"inspect k.pbk >/dev/full", 1, "standard output"},
-  };
-  for (const auto& [arguments, status, message] : kCases) {
-    const Outcome outcome = run(arguments);
-    EXPECT_EQ(outcome.status, status) << arguments;
-    EXPECT_EQ(outcome.error.find("vellumtide: "), 0u) << arguments << "\n" << outcome.error;
-    EXPECT_NE(outcome.error.find(message), std::string::npos) << arguments << "\n" << outcome.error;
-    EXPECT_EQ(outcome.out, "") << arguments;
-  }
+  expectEndings(
+      "",
+      {
+          {"inspect missing.pbk", 3, "missing.pbk: there is no such file"},
+          {"inspect folder.pbk", 3, "folder.pbk: is a folder"},
+          {"inspect empty.pbk --json", 3, "empty.pbk: holds no kernel"},
+          {"inspect noise.pbk", 3, "noise.pbk: holds no kernel"},
+          {"glsl long.pbk --stage vertex", 3, "long.pbk: holds no kernel"},
+          {"inspect text.pbg", 3, "text.pbg: holds no graph"},
+          {"inspect k.PBK", 3, "k.PBK: unknown extension"},
+          {"glsl k.pbk --stage middle", 2, "--stage"},
+          {"glsl k.pbk", 2, "--stage"},
+          {"glsl k.pbk --stage vertex --order -1", 2, "--order"},
+          {"glsl k.pbk --stage vertex --node n", 2, "has no nodes"},
+          {"inspect", 2, "FILE"},
+          {"inspect k.pbk --nothing", 2, "--nothing"},
+          {"", 2, "Commands:"},
+          {"inspect k.pbk -o k.svg", 2, "--graph"},
+          {"inspect k.pbk --graph png", 2, "--graph"},
+          {"inspect k.pbk --graph dot -o nowhere/k.dot", 4, "nowhere/k.dot: cannot be written"},
+          {"paint k.pbk", 2, "there is no command paint (see"},
+          {"rendr k.pbk", 2, "there is no command rendr; did you mean render?"},
+          {"project shwo", 2, "there is no command shwo; did you mean show?"},
+          {"glsl --staeg=vertex", 2, "--staeg; did you mean --stage? (see vellumtide glsl --help)"},
+          {"help project paint", 2, "there is no command paint"},
+          {"inspect -- --json", 3, "--json: unknown extension"},
+          {"--help >/dev/full", 1, "standard output"},
+          {"inspect k.pbk >/dev/full", 1, "standard output"},
+      });
   for (const char* help : {"--help", "inspect --help", "help glsl", "render --help", "--version"}) {
     const Outcome outcome = run(help);
     EXPECT_EQ(outcome.status, 0) << help;

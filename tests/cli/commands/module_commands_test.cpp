@@ -92,23 +92,15 @@ TEST_F(ModuleCommands, ProjectsKeepValuesAndFindLostPrograms) {
             std::string::npos);
 
   writeText("broken.json", "{\"format\":");
-  const struct {
-    const char* arguments;
-    int status;
-    const char* message;
-  } kCases[] = {{"render p.json -o x.exr", 3, "--root-folder"},
-                {"render p.json -o x.exr --instance 2", 2, "no instance 2"},
-                {"render p.json -o x.jpeg", 4, "has to end in"},
-                {"render broken.json -o x.exr", 1, "broken.json"},
-                {"render missing.json -o x.exr", 1, "missing.json"},
-                {"new q.json missing.pbk -i in.exr", 3, "no such file"},
-                {"new q.json found/deep/good.pbk -i in.exr -p Nothing=1", 2, "\"Amount\""},
-                {"", 2, "a command has to follow"}};
-  for (const auto& [arguments, status, message] : kCases) {
-    const Outcome outcome = run("project " + std::string(arguments));
-    EXPECT_EQ(outcome.status, status) << arguments << "\n" << outcome.error;
-    EXPECT_NE(outcome.error.find(message), std::string::npos) << arguments << "\n" << outcome.error;
-  }
+  expectEndings("project ",
+                {{"render p.json -o x.exr", 3, "--root-folder"},
+                 {"render p.json -o x.exr --instance 2", 2, "no instance 2"},
+                 {"render p.json -o x.jpeg", 4, "has to end in"},
+                 {"render broken.json -o x.exr", 1, "broken.json"},
+                 {"render missing.json -o x.exr", 1, "missing.json"},
+                 {"new q.json missing.pbk -i in.exr", 3, "no such file"},
+                 {"new q.json found/deep/good.pbk -i in.exr -p Nothing=1", 2, "\"Amount\""},
+                 {"", 2, "a command has to follow"}});
   EXPECT_EQ(filesLike("x.") + filesLike("q."), "");
 }
 

@@ -102,57 +102,37 @@ TEST_F(ImageFiles, FloatsAreLeftAlone) {
 }
 
 TEST_F(ImageFiles, ChannelsAndAlphaConventions) {
-  const auto spec = [](std::vector<std::string> names, OIIO::TypeDesc type, int alpha) {
-    OIIO::ImageSpec result(1, 1, static_cast<int>(names.size()), type);
-    result.channelnames = std::move(names);
-    result.alpha_channel = alpha;
-    return result;
-  };
-  OIIO::ImageSpec straight = spec({"R", "G", "B", "A"}, OIIO::TypeDesc::UINT8, 3);
-  straight.attribute("oiio:UnassociatedAlpha", 1);
+  using OIIO::TypeDesc;
+  const std::vector<std::string> grey = {"Y"}, both = {"Y", "A"}, two = {"R", "G"},
+                                 rgb = {"R", "G", "B"}, rgba = {"R", "G", "B", "A"},
+                                 more = {"R", "G", "B", "A", "Z"};
+  constexpr auto k8 = PF_PixelFormat_ARGB32, k16 = PF_PixelFormat_ARGB64,
+                 k32 = PF_PixelFormat_ARGB128;
   const struct {
     const char* name;
-    OIIO::ImageSpec spec;
+    std::vector<std::string> channels;
+    TypeDesc type;
+    int alpha;  // which channel
     std::vector<float> samples;
     std::vector<double> rgba;
     PF_PixelFormat format;
   } kCases[] = {
-      {"grey.png",
-       spec({"Y"}, OIIO::TypeDesc::UINT8, -1),
-       {0.4f},
-       {0.4, 0.4, 0.4, 1},
-       PF_PixelFormat_ARGB32},
-      {"greyalpha.exr",
-       spec({"Y", "A"}, OIIO::TypeDesc::HALF, 1),
-       {0.25f, 0.5f},
-       {0.5, 0.5, 0.5, 0.5},
-       PF_PixelFormat_ARGB128},
-      {"rgb.tif",
-       spec({"R", "G", "B"}, OIIO::TypeDesc::UINT16, -1),
-       {1, 0.5f, 0},
-       {1, 0.5, 0, 1},
-       PF_PixelFormat_ARGB64},
-      {"rg.exr",
-       spec({"R", "G"}, OIIO::TypeDesc::FLOAT, -1),
-       {0.5f, 2},
-       {0.5, 2, 0, 1},
-       PF_PixelFormat_ARGB128},
-      {"more.exr",
-       spec({"R", "G", "B", "A", "Z"}, OIIO::TypeDesc::FLOAT, 3),
-       {0.5f, 1, 0, 0.5f, 9},
-       {1, 2, 0, 0.5},
-       PF_PixelFormat_ARGB128},
-      {"associated.tif",
-       spec({"R", "G", "B", "A"}, OIIO::TypeDesc::UINT8, 3),
-       {0.4f, 0.2f, 0, 0.4f},
-       {1, 0.5, 0, 0.4},
-       PF_PixelFormat_ARGB32},
-      {"straight.tif", straight, {0.4f, 0.2f, 0, 0.4f}, {0.4, 0.2, 0, 0.4}, PF_PixelFormat_ARGB32},
-      {"straight.png", straight, {0.4f, 0.2f, 0, 0.4f}, {0.4, 0.2, 0, 0.4}, PF_PixelFormat_ARGB32},
+      {"grey.png", grey, TypeDesc::UINT8, -1, {0.4f}, {0.4, 0.4, 0.4, 1}, k8},
+      {"ya.exr", both, TypeDesc::HALF, 1, {0.25f, 0.5f}, {0.5, 0.5, 0.5, 0.5}, k32},
+      {"rgb.tif", rgb, TypeDesc::UINT16, -1, {1, 0.5f, 0}, {1, 0.5, 0, 1}, k16},
+      {"rg.exr", two, TypeDesc::FLOAT, -1, {0.5f, 2}, {0.5, 2, 0, 1}, k32},
+      {"more.exr", more, TypeDesc::FLOAT, 3, {0.5f, 1, 0, 0.5f, 9}, {1, 2, 0, 0.5}, k32},
+      {"shared.tif", rgba, TypeDesc::UINT8, 3, {0.4f, 0.2f, 0, 0.4f}, {1, 0.5, 0, 0.4}, k8},
+      {"straight.tif", rgba, TypeDesc::UINT8, 3, {0.4f, 0.2f, 0, 0.4f}, {0.4, 0.2, 0, 0.4}, k8},
+      {"straight.png", rgba, TypeDesc::UINT8, 3, {0.4f, 0.2f, 0, 0.4f}, {0.4, 0.2, 0, 0.4}, k8},
   };
   for (const auto& test : kCases) {
     SCOPED_TRACE(test.name);
-    writeRow(test.name, test.spec, test.samples);
+    OIIO::ImageSpec spec(1, 1, static_cast<int>(test.channels.size()), test.type);
+    spec.channelnames = test.channels;
+    spec.alpha_channel = test.alpha;
+    if (std::string(test.name).starts_with("straight")) spec.attribute("oiio:UnassociatedAlpha", 1);
+    writeRow(test.name, spec, test.samples);
     const ImageFile image = readImageFile(file(test.name));
     EXPECT_EQ(image.pixels.format(), test.format);
     expectPixel(image.pixels, 0, 0, test.rgba, 0.003);

@@ -131,25 +131,18 @@ TEST_F(Sequence, ProgressForSchedulersGoesToStandardOutput) {
 
 TEST_F(Sequence, NamesThatDoNotFit) {
   prepare({1, 2});
-  const struct {
-    const char* arguments;
-    int status;
-    const char* message;
-  } kCases[] = {
-      {"-i in.##.png -o out.png", 2, "####"},
-      {"-i in.01.png -o out.#.png", 2, "--frames"},
-      {"-i in.##.png -o ./in.##.png", 2, "would overwrite the input"},
-      {"-i no.##.png -o out.#.png", 4, "no frame of this sequence"},
-      {"-i in.##.png -o out.#.png --frames 1-", 2, "--frames"},
-      {"-i in.##.png -o out.#.png --report nowhere/r.json", 1, "--report nowhere/r.json"},
-      {"-i in.##.png -o out.#.png --missing guess", 2, "--missing"},
-  };
-  for (const auto& [arguments, status, message] : kCases) {
-    const Outcome outcome = run("render k.pbk " + std::string(arguments));
-    EXPECT_EQ(outcome.status, status) << arguments << outcome.error;
-    EXPECT_NE(outcome.error.find(message), std::string::npos) << outcome.error;
-    EXPECT_EQ(filesLike("out"), "");
-  }
+  expectEndings(
+      "render k.pbk ",
+      {
+          {"-i in.##.png -o out.png", 2, "####"},
+          {"-i in.01.png -o out.#.png", 2, "--frames"},
+          {"-i in.##.png -o ./in.##.png", 2, "would overwrite the input"},
+          {"-i no.##.png -o out.#.png", 4, "no frame of this sequence"},
+          {"-i in.##.png -o out.#.png --frames 1-", 2, "--frames"},
+          {"-i in.##.png -o out.#.png --report nowhere/r.json", 1, "--report nowhere/r.json"},
+          {"-i in.##.png -o out.#.png --missing guess", 2, "--missing"},
+      });
+  EXPECT_EQ(filesLike("out"), "");
 }
 
 }  // namespace

@@ -105,28 +105,21 @@ TEST_F(Sheets, ProgramsThatFailSaySoAndTheOthersAreDrawn) {
   const Json several = cells("broken.pbk k.pbk gone.png -i clear.png", 1);
   EXPECT_EQ(several[2]["error"], "there is no such file");
 
-  const struct {
-    const char* arguments;
-    int status;
-    const char* message;
-  } kRefused[] = {
-      {"broken.pbk -i clear.png", 3, "broken.pbk: "},
-      {"k.pbk", 2, "-i"},
-      {"k.pbk -i gone.png", 4, "gone.png"},
-      {"k.pbk -i clear.png -s amount=4e4", 2, "--sweep amount=4e4: expected a number from -32767"},
-      {"k.pbk -i clear.png -s n -s on -s mode", 2, "two directions"},
-      {"k.pbk clear.png -s n -i clear.png", 2, "clear.png is no program"},
-      {"k.pbk -i clear.png -i clear.png", 2, "takes 1 image"},
-      {"k.pbk -i clear.png --font k.pbk", 1, "k.pbk: cannot be used as a font"},
-      {"k.pbk --size 2000x2000 --cell full -s amount=0..1/999", 4, "--cell"},
-  };
   std::filesystem::remove(file("s.png"));
-  for (const auto& [arguments, status, message] : kRefused) {
-    const Outcome outcome = run("sheet " + std::string(arguments) + " -o s.png");
-    EXPECT_EQ(outcome.status, status) << arguments;
-    EXPECT_NE(outcome.error.find(message), std::string::npos) << outcome.error;
-    EXPECT_EQ(filesLike("s.png"), "") << arguments;
-  }
+  expectEndings("sheet -o s.png ",
+                {
+                    {"broken.pbk -i clear.png", 3, "broken.pbk: "},
+                    {"k.pbk", 2, "-i"},
+                    {"k.pbk -i gone.png", 4, "gone.png"},
+                    {"k.pbk -i clear.png -s amount=4e4", 2,
+                     "--sweep amount=4e4: expected a number from -32767"},
+                    {"k.pbk -i clear.png -s n -s on -s mode", 2, "two directions"},
+                    {"k.pbk clear.png -s n -i clear.png", 2, "clear.png is no program"},
+                    {"k.pbk -i clear.png -i clear.png", 2, "takes 1 image"},
+                    {"k.pbk -i clear.png --font k.pbk", 1, "k.pbk: cannot be used as a font"},
+                    {"k.pbk --size 2000x2000 --cell full -s amount=0..1/999", 4, "--cell"},
+                });
+  EXPECT_EQ(filesLike("s.png"), "");
 }
 
 }  // namespace

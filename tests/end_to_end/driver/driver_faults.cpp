@@ -4,11 +4,13 @@
 #include <GL/gl.h>
 #include <dlfcn.h>
 
+#include <set>
 #include <utility>
 
 namespace vellumtide::end_to_end {
 namespace {
 
+std::set<EGLContext> spared;
 GLenum pendingError = GL_NO_ERROR;
 
 // The driver's own function of a name, which this program's hides.
@@ -33,14 +35,17 @@ EGLContext EGLAPIENTRY eglCreateContext(EGLDisplay display, EGLConfig config, EG
                                         const EGLint* attributes) {
   static const auto create = driversOwn<decltype(eglCreateContext)>(kEgl, "eglCreateContext");
   if (driverFaults().noContexts) return EGL_NO_CONTEXT;
-  return create(display, config, shared, attributes);
+  const EGLContext made = create(display, config, shared, attributes);
+  if (driverFaults().sparesNew) spared.insert(made);
+  return made;
 }
 
 EGLBoolean EGLAPIENTRY eglMakeCurrent(EGLDisplay display, EGLSurface draw, EGLSurface read,
                                       EGLContext context) {
   static const auto makeCurrent = driversOwn<decltype(eglMakeCurrent)>(kEgl, "eglMakeCurrent");
   int& refusals = driverFaults().refusals;
-  if (context == EGL_NO_CONTEXT || refusals == 0) return makeCurrent(display, draw, read, context);
+  if (context == EGL_NO_CONTEXT || refusals == 0 || spared.count(context))
+    return makeCurrent(display, draw, read, context);
   if (refusals > 0) --refusals;
   return EGL_FALSE;
 }

@@ -7,6 +7,7 @@ namespace vellumtide::end_to_end {
 struct DriverFaults {
   bool noContexts = false;         // none can be made
   int refusals = 0;                // of so many attempts to make a context current; -1 for all
+  bool sparesNew = false;          // contexts made meanwhile are never refused
   unsigned errorAfterDrawing = 0;  // a GL error that the next polygon leaves behind
 };
 
