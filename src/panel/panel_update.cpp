@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <cstring>
-#include <optional>
 #include <utility>
 
 #include "aeapi/constants.h"
@@ -44,15 +43,15 @@ void setRange(const PanelControl& control, PF_ParamDef& def) {
   }
 }
 
-// The entries that a pop-up has to be given; nothing when it has them. What the host hands out may
-// point to a text that is gone, so what was sent before is what counts.
-std::optional<std::string> newEntries(const PanelMemory& memory, PF_ParamIndex index,
-                                      const pbParameter& parameter) {
-  std::string wanted = popupEntries(parameter);
-  if (wanted.empty()) wanted = kPopupChoices;
+std::string entriesOf(const pbParameter& parameter) {
+  std::string entries = popupEntries(parameter);
+  return entries.empty() ? kPopupChoices : entries;
+}
+
+// What the host hands out may point to a text that is gone, so what was sent before is what counts.
+bool areKnown(const PanelMemory& memory, PF_ParamIndex index, const std::string& entries) {
   const auto sent = memory.entries.find(index);
-  const bool known = wanted == (sent == memory.entries.end() ? kPopupChoices : sent->second);
-  return known ? std::nullopt : std::optional(std::move(wanted));
+  return entries == (sent == memory.entries.end() ? kPopupChoices : sent->second);
 }
 
 // Name, entries and range of one control; the host is told only when that changes something.
@@ -62,19 +61,20 @@ PF_Err define(PF_InData* in_data, const PF_ParamUtilsSuite1& utils, PF_ParamInde
   std::memset(def.name, 0, sizeof def.name);
   std::memcpy(def.name, control.label.data(), control.label.size());
   bool changed = std::strncmp(def.name, current.name, sizeof def.name) != 0;
-  std::optional<std::string> entries;
+  std::string entries;
   if (control.record) {
     setRange(control, def);
     changed = changed || std::memcmp(&def.u, &current.u, sizeof def.u) != 0;
     if (def.param_type == PF_Param_POPUP) {
-      entries = newEntries(memory, index, control.record->parameter);
-      if (entries) def.u.pd.u.namesptr = entries->c_str();
+      entries = entriesOf(control.record->parameter);
+      def.u.pd.u.namesptr = entries.c_str();
+      changed = changed || !areKnown(memory, index, entries);
     }
   }
-  if (!changed && !entries) return PF_Err_NONE;
+  if (!changed) return PF_Err_NONE;
   def.uu.change_flags = 0;
   const PF_Err error = utils.PF_UpdateParamUI(in_data->effect_ref, index, &def);
-  if (entries && !error) memory.entries[index] = std::move(*entries);
+  if (!error && !entries.empty()) memory.entries[index] = std::move(entries);
   return error;
 }
 

@@ -3,6 +3,7 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <cstdint>
 #include <cstdio>
 #include <cstdlib>
 #include <fstream>
@@ -17,6 +18,9 @@
 extern "C" __attribute__((visibility("default"))) const char* __asan_default_options() {
   return "detect_leaks=0:quarantine_size_mb=8:handle_abort=1:allocator_may_return_null=1";
 }
+
+// There under sanitizers only.
+extern "C" __attribute__((weak)) void __sanitizer_set_report_fd(void* descriptor);
 
 namespace vellumtide::scenarios {
 namespace {
@@ -105,6 +109,11 @@ class Child {
     if (id_ == 0) {
       close(ends[0]);
       dup2(fileno(errors_), STDERR_FILENO);
+      // The host captures what is written to the standard error during a call.
+      if (__sanitizer_set_report_fd) {
+        const std::intptr_t descriptor = fileno(errors_);
+        __sanitizer_set_report_fd(reinterpret_cast<void*>(descriptor));
+      }
       std::FILE* lines = fdopen(ends[1], "w");
       try {
         body(lines);

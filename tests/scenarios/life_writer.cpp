@@ -21,7 +21,7 @@ class LifeWriter {
     layer("under");
     if (dice_.oneIn(2)) layer("third");
     // The device fails the program's first load.
-    if (dice_.oneIn(100)) add({"busy", "1000000"});
+    if (dice_.oneIn(40)) add({"busy", "1000000"});
     newInstance("e0");
     add({"panel", "e0"});
     layers("e0");

@@ -30,6 +30,30 @@ void connect(PlanNode& node, const std::string& input, int source) {
   if (slot != node.slots.end()) slot->source = source;
 }
 
+// False when a node depends on itself.
+bool arrange(Plan& plan) {
+  enum class State { Unseen, Open, Done };
+  std::vector<State> states(plan.nodes.size(), State::Unseen);
+  std::vector<int> depths(plan.nodes.size(), 0);
+  const std::function<bool(int)> visit = [&](int index) {
+    const auto at = static_cast<std::size_t>(index);
+    if (states[at] != State::Unseen) return states[at] == State::Done;
+    states[at] = State::Open;
+    for (const PlanSlot& slot : plan.nodes[at].slots) {
+      if (slot.source < 0) continue;
+      if (!visit(slot.source)) return false;
+      depths[at] = std::max(depths[at], depths[static_cast<std::size_t>(slot.source)]);
+    }
+    if (plan.nodes[at].image < 0) ++depths[at];
+    states[at] = State::Done;
+    plan.order.push_back(index);
+    return true;
+  };
+  if (plan.output < 0 || !visit(plan.output)) return false;
+  plan.depth = depths[static_cast<std::size_t>(plan.output)];
+  return true;
+}
+
 Plan kernelPlan(const std::string& text) {
   pbKernelInfo kernel;
   PBKParser(text).parse(kernel);
@@ -50,6 +74,7 @@ Plan kernelPlan(const std::string& text) {
   }
   for (const pbParameter& parameter : kernel.parameters)
     plan.parameters.push_back({parameter, parameter.sourceName, -1});
+  arrange(plan);
   return plan;
 }
 
@@ -64,14 +89,10 @@ Plan graphPlan(const std::string& text) {
     plan.nodes.push_back(image);
   }
   const KernelsByName kernels(graph);
-  for (std::size_t i = 0; i < graph.nodes.size(); ++i) {
+  for (const pbgNodeInfo& each : graph.nodes) {
     PlanNode node;
-    node.name = graph.nodes[i].id.str();
-    if (const pbKernelInfo* kernel = kernels.find(graph.nodes[i].name)) {
-      node.slots = slotsOf(*kernel);
-      node.source = graph.kernelSources[static_cast<std::size_t>(kernel - graph.kernels.data())];
-      generateNodeShaders(graph, kernels, i, node.vertex, node.fragment, kHostOrder);
-    }
+    node.name = each.id.str();
+    if (const pbKernelInfo* kernel = kernels.find(each.name)) node.slots = slotsOf(*kernel);
     plan.nodes.push_back(std::move(node));
   }
   std::unordered_map<std::string, int> byName;
@@ -94,31 +115,17 @@ Plan graphPlan(const std::string& text) {
   }
   for (const pbParameter& parameter : graph.parameters)
     plan.parameters.push_back({parameter, graphParameterName(parameter.name), -1});
+  if (!arrange(plan)) return {};
+  // Texts of what is drawn only: thousands of nodes may have long ones.
+  for (const int index : plan.order) {
+    const std::size_t i = static_cast<std::size_t>(index) - graph.inputs.size();
+    PlanNode& node = plan.nodes[static_cast<std::size_t>(index)];
+    const pbKernelInfo* kernel = node.image < 0 ? kernels.find(graph.nodes[i].name) : nullptr;
+    if (!kernel) continue;
+    node.source = graph.kernelSources[static_cast<std::size_t>(kernel - graph.kernels.data())];
+    generateNodeShaders(graph, kernels, i, node.vertex, node.fragment, kHostOrder);
+  }
   return plan;
-}
-
-// False when a node depends on itself.
-bool arrange(Plan& plan) {
-  enum class State { Unseen, Open, Done };
-  std::vector<State> states(plan.nodes.size(), State::Unseen);
-  std::vector<int> depths(plan.nodes.size(), 0);
-  const std::function<bool(int)> visit = [&](int index) {
-    const auto at = static_cast<std::size_t>(index);
-    if (states[at] != State::Unseen) return states[at] == State::Done;
-    states[at] = State::Open;
-    for (const PlanSlot& slot : plan.nodes[at].slots) {
-      if (slot.source < 0) continue;
-      if (!visit(slot.source)) return false;
-      depths[at] = std::max(depths[at], depths[static_cast<std::size_t>(slot.source)]);
-    }
-    if (plan.nodes[at].image < 0) ++depths[at];
-    states[at] = State::Done;
-    plan.order.push_back(index);
-    return true;
-  };
-  if (!visit(plan.output)) return false;
-  plan.depth = depths[static_cast<std::size_t>(plan.output)];
-  return true;
 }
 
 void assignSlots(Plan& plan) {
@@ -137,7 +144,7 @@ std::optional<Plan> planOf(const std::string& path, const std::string& text) {
   const bool isGraph = last == 'g' || last == 'G';
   if (!isGraph && last != 'k') return std::nullopt;
   Plan plan = isGraph ? graphPlan(text) : kernelPlan(text);
-  if (plan.output < 0 || !arrange(plan)) return std::nullopt;
+  if (plan.order.empty()) return std::nullopt;
   assignSlots(plan);
   return plan;
 }

@@ -452,7 +452,12 @@ void Stage::restart() {
   for (Saved& each : saved) {
     Effect& effect = host_->openInstance(*layers_.at(each.layer), each.data);
     expectNone(host_->lastCall().error, "opening an instance");
-    effect.controls() = each.controls;
+    for (std::size_t i = 0; i < effect.controls().size(); ++i) {
+      // Its texts are the present host's.
+      const PF_ParamDef declared = effect.controls()[i].declared;
+      effect.controls()[i] = each.controls[i];
+      effect.controls()[i].declared = declared;
+    }
     add(each.name, effect, pathOf(each.data));
     followPath(instances_.at(each.name));
   }
