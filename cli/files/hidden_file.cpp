@@ -43,21 +43,22 @@ bool isThere(const fs::path& path) {
 
 }  // namespace
 
-HiddenFile::HiddenFile(const fs::path& target) : target_(target) {
+HiddenFile::HiddenFile(const OutputTarget& target) : target_(target) {
   int number = 0;
-  while (!makeAt(hiddenName(target, number))) {
+  while (!makeAt(hiddenName(target.path, number))) {
     if (++number < kMostWriters) continue;
-    throw fs::filesystem_error("open", target, std::make_error_code(std::errc::file_exists));
+    throw fs::filesystem_error("open", target.path, std::make_error_code(std::errc::file_exists));
   }
-  for (fs::path other = hiddenName(target, ++number); isThere(other);
-       other = hiddenName(target, ++number))
+  for (fs::path other = hiddenName(target.path, ++number); isThere(other);
+       other = hiddenName(target.path, ++number))
     LockedFile::removeAbandoned(other);
 }
 
 bool HiddenFile::makeAt(const fs::path& path) {
+  const fs::path model = target_.isThere ? target_.path : fs::path();
   for (int tries = 0; tries < 2 && !file_; ++tries) {
     if (tries > 0) LockedFile::removeAbandoned(path);
-    if (std::optional<LockedFile> made = LockedFile::make(path, target_))
+    if (std::optional<LockedFile> made = LockedFile::make(path, model))
       file_.emplace(std::move(*made));
   }
   if (file_) path_ = path;
@@ -70,8 +71,8 @@ HiddenFile::~HiddenFile() {
 }
 
 void HiddenFile::rename() {
-  file_->becomeLike(target_);
-  fs::rename(path_, target_);
+  file_->becomeLike(target_.path);
+  fs::rename(path_, target_.path);
   path_.clear();
 }
 

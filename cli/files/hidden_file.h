@@ -5,14 +5,15 @@
 #include <optional>
 
 #include "cli/files/locked_file.h"
+#include "cli/files/output_target.h"
 
 namespace vellumtide::cli {
 
 class HiddenFile {
  public:
-  // Makes the file, and removes those that earlier processes left for the same target and nobody
-  // has locked. Throws filesystem_error.
-  explicit HiddenFile(const std::filesystem::path& target);
+  // Makes the file for a target that is a file, and removes those that earlier processes left for
+  // the same target and nobody has locked. Throws filesystem_error.
+  explicit HiddenFile(const OutputTarget& target);
   HiddenFile(const HiddenFile&) = delete;
   HiddenFile& operator=(const HiddenFile&) = delete;
   // Removes the file unless it was renamed.
@@ -27,7 +28,8 @@ class HiddenFile {
  private:
   bool makeAt(const std::filesystem::path& path);
 
-  std::filesystem::path target_, path_;
+  OutputTarget target_;
+  std::filesystem::path path_;
   std::optional<LockedFile> file_;
 };
 

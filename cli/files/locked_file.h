@@ -9,8 +9,8 @@ namespace vellumtide::cli {
 
 class LockedFile {
  public:
-  // Makes the empty file, readable for nobody who may not read `model`, if that exists. Nothing
-  // when there is a file of that name. Throws filesystem_error.
+  // Makes the empty file, readable for nobody who may not read `model`, if that is a name and
+  // exists. Nothing when there is a file of that name. Throws filesystem_error.
   static std::optional<LockedFile> make(const std::filesystem::path& path,
                                         const std::filesystem::path& model);
   // Removes the file unless it is locked, or its file system has no locks.

@@ -30,7 +30,8 @@ bool isBehind(const fs::path& path, int file) {
 
 std::optional<LockedFile> LockedFile::make(const fs::path& path, const fs::path& model) {
   struct stat like {};
-  const mode_t mode = stat(model.c_str(), &like) == 0 ? (like.st_mode & 0777u) | 0600u : 0666u;
+  const bool isLike = !model.empty() && stat(model.c_str(), &like) == 0;
+  const mode_t mode = isLike ? (like.st_mode & 0777u) | 0600u : 0666u;
   const int file = open(path.c_str(), O_CREAT | O_EXCL | O_RDWR | O_CLOEXEC, mode);
   if (file < 0) {
     if (errno == EEXIST) return {};

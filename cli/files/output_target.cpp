@@ -42,6 +42,7 @@ const char* refusedKind(fs::file_type type) {
 
 void checkFolder(const fs::path& path) {
   const fs::path folder = path.has_parent_path() ? path.parent_path() : fs::path(".");
+  if (!addingForbidden(folder / "")) return;  // with the separator, what is no folder fails
   std::error_code failed;
   const fs::file_status status = fs::status(folder, failed);
   if (status.type() == fs::file_type::not_found)
@@ -62,7 +63,9 @@ bool isStandardOutput(const fs::path& name) {
 OutputTarget outputTarget(const fs::path& name) {
   if (isStandardOutput(name)) return {OutputTarget::Kind::Output, name};
   std::error_code failed;
-  const fs::file_status status = fs::status(name, failed);
+  fs::file_status status = fs::symlink_status(name, failed);
+  const bool isLink = fs::is_symlink(status);
+  if (isLink) status = fs::status(name, failed);
   if (status.type() == fs::file_type::none) {
     throw WriteRefusal(failed == std::errc::too_many_symbolic_link_levels
                            ? "its links lead in a circle"
@@ -75,13 +78,13 @@ OutputTarget outputTarget(const fs::path& name) {
     if (const std::error_code reason = writingForbidden(name)) throw WriteRefusal(reason.message());
     if (!fs::is_regular_file(status)) return {OutputTarget::Kind::Stream, name};
   }
-  fs::path path = behindLinks(name);
+  fs::path path = isLink ? behindLinks(name) : name;
   if (!path.has_filename()) throw WriteRefusal("it is the name of a folder");
   checkFolder(path);
   // What is open but removed still has a link in /proc.
-  if (fs::exists(status) && !fs::exists(path, failed))
+  if (isLink && fs::exists(status) && !fs::exists(path, failed))
     throw WriteRefusal("the file has been removed");
-  return {OutputTarget::Kind::File, std::move(path)};
+  return {OutputTarget::Kind::File, std::move(path), fs::exists(status)};
 }
 
 void sendFile(const fs::path& file, const OutputTarget& target) {

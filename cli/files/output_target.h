@@ -21,6 +21,7 @@ struct OutputTarget {
 
   Kind kind = Kind::File;
   std::filesystem::path path;  // with links followed to where they lead
+  bool isThere = true;         // when it was looked at
 };
 
 // Follows links, also to where nothing is yet. Throws WriteRefusal for folders, block devices and

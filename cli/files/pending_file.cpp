@@ -48,7 +48,7 @@ PendingFile::PendingFile(const std::filesystem::path& target) : target_(outputTa
   stayOutOfTheWay();
   try {
     if (target_.kind == OutputTarget::Kind::File) {
-      hidden_.emplace(target_.path);
+      hidden_.emplace(target_);
       path_ = hidden_->path();
       slot_ = takeSlot(path_);
     } else {

@@ -2,8 +2,6 @@
 
 #include <algorithm>
 #include <cctype>
-#include <cerrno>
-#include <fstream>
 #include <system_error>
 
 #include "cli/text/failure.h"
@@ -73,10 +71,6 @@ void checkReadable(const fs::path& path) {
   // A pipe gives its bytes once, and images are looked at before they are read.
   if (!fs::is_regular_file(status)) {
     failImage(path, "is a pipe or a device; images are read from files alone");
-  }
-  errno = 0;
-  if (!std::ifstream(path, std::ios::binary)) {
-    failImage(path, "cannot be opened: " + lastReason());
   }
 }
 

@@ -6,7 +6,7 @@
 
 namespace vellumtide::cli {
 
-// Whether the file begins as a PNG file does; false when it cannot be read.
+// Whether the file begins as a PNG file does. A Failure when it cannot be opened.
 bool isPng(const std::filesystem::path& path);
 
 // As the functions of the same names in image_file.h.

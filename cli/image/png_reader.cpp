@@ -105,7 +105,9 @@ auto withPng(const fs::path& path, Action action) {
 
 bool isPng(const fs::path& path) {
   png_byte start[8] = {};
+  errno = 0;
   std::ifstream stream(path, std::ios::binary);
+  if (!stream) failImage(path, "cannot be opened: " + lastReason());
   stream.read(reinterpret_cast<char*>(start), sizeof start);
   return stream && png_sig_cmp(start, 0, sizeof start) == 0;
 }

@@ -60,6 +60,13 @@ const Attack kSignals[] = {
      .message = kNothing,
      .changes = "+r.json ",
      .check = SAYS_ONCE("interrupted by") "; test $(grep -c openjd_fail $OUT) = 1"},
+    // The job ends by itself while the watch over signals still tries to report for it.
+    {.name = "TermReadingForLongerThanTheGrace",
+     .command = SEEN("mkfifo ../streams/p; " READING "TRAP_SIGNALS=15 TRAP_PASSES=2200 $V render "
+                     "k.pbk -i in.png -o out.png --report ../streams/p"),
+     .status = 143,
+     .message = kNothing,
+     .check = SAYS_ONCE("interrupted by")},
     // What is on its way is finished in peace when a signal comes twice, but not when Ctrl-C does.
     {.name = "TermTwiceNaming",
      .command = NAMING "TRAP_SIGNALS='15 15' TRAP_PASSES=500" JOB,
