@@ -82,6 +82,14 @@ const Attack kMachine[] = {
      .command = "ulimit -v 300000; " RENDER,
      .status = 1,
      .message = "Cannot allocate memory"},
+    // Its header says 16000 x 16000.
+    {.name = "LittleMemoryForAPicture",
+     .setUp =
+         R"(printf '\211PNG\r\n\032\n\0\0\0\rIHDR\0\0\076\200\0\0\076\200\010\006\0\0\0A\176\337)"
+         R"(\336\0\0\0\0IDAT5\257\006\036' >huge.png)",
+     .command = "ulimit -v 600000; $V compare huge.png in.png",
+     .status = 1,
+     .message = "there is not enough memory"},
 };
 INSTANTIATE_TEST_SUITE_P(Machine, AttackTest, testing::ValuesIn(kMachine), attackName);
 
