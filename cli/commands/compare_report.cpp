@@ -6,6 +6,8 @@
 namespace vellumtide::cli {
 namespace {
 
+using Json = nlohmann::ordered_json;
+
 constexpr const char* kChannels[] = {"red", "green", "blue", "alpha"};
 
 std::string text(double value, const char* format = "%.6g") {
@@ -87,7 +89,6 @@ std::string comparisonLine(const Comparison& c) {
 }
 
 nlohmann::ordered_json comparisonJson(const Comparison& c) {
-  using Json = nlohmann::ordered_json;
   const auto side = [](const Comparison::Side& s) -> Json {
     return {{"file", s.file},
             {"width", s.width},

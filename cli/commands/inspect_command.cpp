@@ -11,6 +11,8 @@
 namespace vellumtide::cli {
 namespace {
 
+using Json = nlohmann::ordered_json;
+
 struct InspectOptions {
   std::string file, graph, output;
   bool json = false;
@@ -40,7 +42,6 @@ void inspect(const InspectOptions& options) {
     const std::string text = graphvizText(program);
     writeDrawing(options.graph == "svg" ? drawSvg(text) : text, options.output);
   } else if (options.json) {
-    using Json = nlohmann::ordered_json;
     writeOut(inspectionJson(program).dump(2, ' ', false, Json::error_handler_t::replace) + "\n");
   } else {
     writeOut(inspectionText(program));

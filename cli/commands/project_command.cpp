@@ -18,6 +18,8 @@
 namespace vellumtide::cli {
 namespace {
 
+using Json = nlohmann::ordered_json;
+
 namespace fs = std::filesystem;
 using headless::Control;
 using headless::Project;
@@ -130,7 +132,6 @@ nlohmann::ordered_json valueJson(const Control& control) {
 }
 
 std::string projectJson(const OpenProject& opened) {
-  using Json = nlohmann::ordered_json;
   Json layers = Json::array(), effects = Json::array();
   for (const headless::ProjectLayer& layer : opened.project().layers) {
     layers.push_back(

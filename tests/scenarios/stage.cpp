@@ -5,9 +5,9 @@
 #include <filesystem>
 #include <utility>
 
-#include "tests/end_to_end/driver/driver_faults.h"
 #include "tests/scenarios/frame_request.h"
 #include "tests/scenarios/pictures.h"
+#include "tests/support/driver_faults.h"
 
 namespace vellumtide::scenarios {
 namespace {

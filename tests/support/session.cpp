@@ -70,9 +70,9 @@ Effect& Session::graph(World pixels, const std::string& text) {
 }
 
 World Session::render(Effect& effect, RenderOptions options) {
-  const RenderResult frame = host.render(effect, options);
-  EXPECT_EQ(frame.error, PF_Err_NONE);
-  return frame.output ? *frame.output : World(0, 0, options.format);
+  const RenderResult result = host.render(effect, options);
+  EXPECT_EQ(result.error, PF_Err_NONE);
+  return result.output ? *result.output : World(0, 0, options.format);
 }
 
 std::string Session::takeInfo() {

@@ -1,5 +1,5 @@
 // What the driver cannot do ends in an error with its reason, and works again once the driver does.
-#include "tests/end_to_end/driver/driver_faults.h"
+#include "tests/support/driver_faults.h"
 
 #include <GL/glew.h>
 #include <gtest/gtest.h>

@@ -1,4 +1,4 @@
-#include "tests/end_to_end/driver/driver_faults.h"
+#include "tests/support/driver_faults.h"
 
 #include <EGL/egl.h>
 #include <GL/gl.h>
