@@ -3,8 +3,8 @@
 # Windows programs on Wine. Installs what is missing (as root; else says what to install).
 #   scripts/test.sh [--long] [--no-windows]
 #     --long         also builds file by file, runs each fuzzer for 60 seconds, scenarios for ten
-#                    minutes and clang-tidy over the whole code instead of 40 files of the last
-#                    ten commits, and builds the last commit twice for the same bytes
+#                    minutes and clang-tidy over the whole code, and builds the last commit twice for
+#                    the same bytes
 #     --no-windows   leaves the Windows part out
 set -eu
 
@@ -31,7 +31,7 @@ if [ -z "${VELLUMTIDE_TEST_ON_GPU:-}" ]; then
 fi
 
 # Only a build of each file alone shows that a file includes what it uses.
-if [ $long = yes ]; then unity=OFF tidied=100000; else unity=ON tidied=40; fi
+if [ $long = yes ]; then unity=OFF; else unity=ON; fi
 
 step "Packages"
 if [ $windows = yes ]; then scripts/install_packages.sh; else scripts/install_packages.sh build test; fi
@@ -47,7 +47,7 @@ rm -f build-release.log
 cmake --build --preset release
 
 step "All tests"
-ctest --test-dir build --output-on-failure
+ctest --test-dir build --output-on-failure -j "$(nproc)"
 
 step "Build with clang and the sanitizers, warnings as errors"
 cmake --preset fuzz -DVELLUMTIDE_WERROR=ON -DVELLUMTIDE_UNITY=$unity >build-fuzz.log ||
@@ -58,21 +58,8 @@ cmake --build --preset fuzz
 step "The same under address and undefined-behaviour sanitizers"
 # Graphics drivers keep memory until the process ends; a test that crashes a program on purpose wants
 # to see the signal.
-ASAN_OPTIONS=detect_leaks=0:handle_segv=0 ctest --test-dir build-fuzz --output-on-failure -LE resident_memory
-
-step "clang-tidy"
-# Its compile commands, one a file, come from a build folder of its own that is only configured.
-cmake --preset fuzz -B build-fuzz/tidy -DVELLUMTIDE_UNITY=OFF >/dev/null
-if [ $long = yes ]; then
-  git ls-files '*.cpp'
-else
-  git log -10 --no-merges --diff-filter=d --name-only --pretty= -- '*.cpp' | awk '!seen[$0]++'
-fi | while read -r file; do
-  case $file in
-    *_win32.cpp | *_wgl.cpp | tests/windows/*) ;;  # of another system
-    *) [ ! -e "$file" ] || echo "$file" ;;
-  esac
-done | head -n "$tidied" | xargs -r -n 4 -P "$(nproc)" clang-tidy --quiet -p build-fuzz/tidy
+ASAN_OPTIONS=detect_leaks=0:handle_segv=0 ctest --test-dir build-fuzz --output-on-failure \
+  -j "$(nproc)" -LE resident_memory
 
 if [ $long = yes ]; then
   step "Fuzzers, 60 seconds each"
@@ -84,6 +71,11 @@ if [ $long = yes ]; then
       "fuzz/corpus/${name#fuzz_}" 2>&1 | tail -5
     rm -rf "$corpus"
   done
+  step "clang-tidy"
+  # Its compile commands, one a file, come from a build folder of its own that is only configured.
+  cmake --preset fuzz -B build-fuzz/tidy -DVELLUMTIDE_UNITY=OFF >/dev/null
+  git ls-files '*.cpp' | grep -v -e _win32 -e _wgl -e ^tests/windows/ |
+    xargs -n 4 -P "$(nproc)" clang-tidy --quiet -p build-fuzz/tidy
   step "Scenarios, ten minutes of seeds that were not tried before"
   build-fuzz/bin/test_scenarios --from "$(date +%s)" --minutes 10
 fi
