@@ -95,6 +95,7 @@ const Attack kMachine[] = {
 };
 INSTANTIATE_TEST_SUITE_P(Machine, AttackTest, testing::ValuesIn(kMachine), attackName);
 
+#ifndef VELLUMTIDE_SANITIZED  // sanitizers take files, too, and misjudge when there are none
 // What runs the tests may hand on files of its own.
 const std::string kOwnFilesOnly = "exec 3>&- 4>&- 5>&- 6>&- 7>&- 8>&- 9>&-; ";
 
@@ -117,6 +118,7 @@ TEST(Machine, FewDescriptors) {
   EXPECT_GT(lacking, 0);
   EXPECT_LT(lacking, 30);
 }
+#endif
 
 }  // namespace
 }  // namespace vellumtide::cli
