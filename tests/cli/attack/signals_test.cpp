@@ -2,7 +2,9 @@
 // the signal, says so once, reports it and leaves nothing behind.
 #include "attack.h"
 
-#define TRAPPED "ulimit -c 0; ASAN_OPTIONS=verify_asan_link_order=0 LD_PRELOAD=" VELLUMTIDE_TRAP " "
+#define TRAPPED                                                                      \
+  "ulimit -c 0; ASAN_OPTIONS=verify_asan_link_order=0:detect_leaks=0:handle_segv=0 " \
+  "LD_PRELOAD=" VELLUMTIDE_TRAP " "
 #define READING TRAPPED "TRAP_CALL=open TRAP_NAME=in.png "
 #define BUILDING TRAPPED "TRAP_CALL=eglInitialize "
 #define RENDERING TRAPPED "TRAP_CALL=glReadPixels "

@@ -112,8 +112,8 @@ TEST_F(Interrupted, GoingOnGivesTheBytesOfAnUndisturbedRun) {
                                " TRAP_NAME=" + frameName("o.%02d.", frame).string();
     SCOPED_TRACE(moment + ", signal " + std::to_string(signal));
     const pid_t child = start(job + " -o o.%02d.png --skip-existing",
-                              "ASAN_OPTIONS=verify_asan_link_order=0 LD_PRELOAD=" VELLUMTIDE_TRAP
-                              " TRAP_PASSES=1 TRAP_SIGNALS=" +
+                              "ASAN_OPTIONS=verify_asan_link_order=0:detect_leaks=0:handle_segv=0 "
+                              "LD_PRELOAD=" VELLUMTIDE_TRAP " TRAP_PASSES=1 TRAP_SIGNALS=" +
                                   std::to_string(signal) + " " + moment);
     EXPECT_EQ(wait(child), 128 + signal);
     for (int done = 1; done <= kFrames; ++done) {
