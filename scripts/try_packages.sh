@@ -45,9 +45,9 @@ try() {
   shift 2
   "$@" --version | grep -q "^vellumtide [0-9]" || fail "$*: no version"
   "$@" about | grep -q "^OpenGL vendor" || fail "$*: no GL device"
-  "$@" render "$examples/kernels/test_chart.pbk" --size 320x180 -o "$picture"
+  "$@" render "$examples/kernels/test_chart.pbk" --size 320x180 -o "$work/chart.png"
   cp "$examples/graphs/star_glow.pbg" "$work/星 é.pbg"
-  "$@" render "$work/星 é.pbg" -i "$picture" -o "$picture"
+  "$@" render "$work/星 é.pbg" -i "$work/chart.png" -o "$picture"
 }
 
 for build in $builds; do
